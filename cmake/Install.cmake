@@ -1,0 +1,25 @@
+include(CMakePackageConfigHelpers)
+
+install(TARGETS TuvHost TuvKelBIWUtils TuvEmbeddedHost EXPORT TuvKelBIWUtilsTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS biwplan RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+foreach(room host frame services visu manufassly embedded)
+  install(DIRECTORY ${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TuvKelBIWUtils
+          FILES_MATCHING PATTERN "*.h")
+endforeach()
+install(DIRECTORY resources/ DESTINATION ${CMAKE_INSTALL_DATADIR}/TuvKelBIWUtils)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TuvKelBIWUtils)
+install(EXPORT TuvKelBIWUtilsTargets NAMESPACE TuvKelBIWUtils:: DESTINATION ${package_dir})
+configure_package_config_file(cmake/TuvKelBIWUtilsConfig.cmake.in
+                              ${PROJECT_BINARY_DIR}/TuvKelBIWUtilsConfig.cmake
+                              INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/TuvKelBIWUtilsConfigVersion.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/TuvKelBIWUtilsConfig.cmake
+              ${PROJECT_BINARY_DIR}/TuvKelBIWUtilsConfigVersion.cmake
+        DESTINATION ${package_dir})
+
+configure_file(cmake/TuvKelBIWUtils.pc.in ${PROJECT_BINARY_DIR}/TuvKelBIWUtils.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/TuvKelBIWUtils.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,85 @@
+#include "host/component/Extensions.h"
+
+#include <functional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "host/component/Dictionary.h"
+
+namespace {
+
+struct Extension {
+  _GUID interface;
+  ZefBaseUnknown* object;
+};
+
+struct Records {
+  std::unordered_map<const ZefBaseUnknown*, std::vector<Extension>> extensionsOf;
+  std::unordered_map<const ZefBaseUnknown*, ZefBaseUnknown*> extendedBy;
+};
+
+Records& TheRecords() {
+  static Records* const records = new Records;
+  return *records;
+}
+
+ZefBaseUnknown* Find(const ZefBaseUnknown* object, const _GUID& id) {
+  if (!object->Has(ObjectRecord::HasExtensions)) return nullptr;
+  for (const Extension& extension : TheRecords().extensionsOf[object]) {
+    if (extension.interface == id) return extension.object;
+  }
+  return nullptr;
+}
+
+const void* VirtualTable(const ZefBaseUnknown* object) {
+  return *reinterpret_cast<const void* const*>(object);
+}
+
+}  // namespace
+
+ZefBaseUnknown* FindOrCreateExtension(ZefBaseUnknown* iObject, const _GUID& iIID) {
+  if (ZefBaseUnknown* const known = Find(iObject, iIID)) return known;
+  const ExtensionFactory factory = FindExtensionFactory(iObject->GetMetaObject(), iIID);
+  if (!factory) return nullptr;
+  ZefBaseUnknown* const extension = factory(iObject, iObject);
+  if (extension) extension->Release();
+  return Find(iObject, iIID);
+}
+
+void KeepExtension(ZefBaseUnknown* iObject, const _GUID& iIID, ZefBaseUnknown* iExtension) {
+  ZefBaseUnknown* const identity = iObject->GetImpl(0) ? iObject->GetImpl(0) : iObject;
+  iExtension->SetImpl(identity);
+  TheRecords().extensionsOf[identity].push_back({iIID, iExtension});
+  identity->Note(ObjectRecord::HasExtensions, true);
+}
+
+ZefBaseUnknown* ExtendedObject(const ZefBaseUnknown* iExtension) {
+  if (!iExtension->Has(ObjectRecord::ExtendsAnother)) return nullptr;
+  return TheRecords().extendedBy[iExtension];
+}
+
+void SetExtendedObject(ZefBaseUnknown* iExtension, ZefBaseUnknown* iObject) {
+  iExtension->Note(ObjectRecord::ExtendsAnother, iObject != nullptr);
+  if (iObject) {
+    TheRecords().extendedBy[iExtension] = iObject;
+  } else {
+    TheRecords().extendedBy.erase(iExtension);
+  }
+}
+
+void DestroyExtensions(ZefBaseUnknown* iObject) {
+  iObject->Note(ObjectRecord::HasExtensions, false);
+  const auto node = TheRecords().extensionsOf.extract(iObject);
+  if (node.empty()) return;
+  for (const Extension& extension : node.mapped()) delete extension.object;
+}
+
+int CountExtensionsWithCodeIn(const void* iBegin, const void* iEnd) {
+  int count = 0;
+  for (const auto& [extension, object] : TheRecords().extendedBy) {
+    const void* const table = VirtualTable(extension);
+    count += std::less_equal<>()(iBegin, table) && std::less<>()(table, iEnd);
+  }
+  return count;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/component/ZefBaseUnknown.h"
+
+// Extensions of live objects. An extension is created once per object, on the first query, shares
+// the object's identity and count, and is destroyed with it, before the object itself.
+
+// The object's extension for `iIID`, created when the dictionary has a factory for the object's
+// late class; null when there is none. The pointer carries no reference.
+ZefBaseUnknown* FindOrCreateExtension(ZefBaseUnknown* iObject, const _GUID& iIID);
+
+// Hands an extension over to the object.
+void KeepExtension(ZefBaseUnknown* iObject, const _GUID& iIID, ZefBaseUnknown* iExtension);
+
+// The object that `iExtension` extends, or null.
+ZefBaseUnknown* ExtendedObject(const ZefBaseUnknown* iExtension);
+void SetExtendedObject(ZefBaseUnknown* iExtension, ZefBaseUnknown* iObject);
+
+// Destroys all extensions of an object whose last reference went.
+void DestroyExtensions(ZefBaseUnknown* iObject);
+
+// How many extensions are alive whose virtual table lies in [iBegin, iEnd).
+int CountExtensionsWithCodeIn(const void* iBegin, const void* iEnd);

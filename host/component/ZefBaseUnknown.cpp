@@ -1,0 +1,139 @@
+#include "host/component/ZefBaseUnknown.h"
+
+#include <cassert>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
+#include "host/component/Allocation.h"
+#include "host/component/Callbacks.h"
+#include "host/component/Dictionary.h"
+#include "host/component/Extensions.h"
+#include "host/component/InteractiveThread.h"
+
+constinit const _GUID IID_IUnknown = NameIdentifier("IUnknown");
+constinit const _GUID IID_ZefBaseUnknown = NameIdentifier("ZefBaseUnknown");
+
+namespace {
+
+// Keeps an object that takes and gives references while it dies from dying twice.
+constexpr unsigned int kDying = 1u << 30;
+
+bool IsRootIdentifier(const _GUID& id) { return id == IID_ZefBaseUnknown || id == IID_IUnknown; }
+
+// An object whose interfaces are its only base classes names them in its class's base chain.
+bool ChainAnswers(const ZefMetaClass* meta, const _GUID& id) {
+  for (; meta; meta = meta->GetBase()) {
+    if (meta->GetKind() == TypeInterface && meta->GetClassId() == id) return true;
+  }
+  return false;
+}
+
+const ZefBaseUnknown* Identity(const ZefBaseUnknown* object) {
+  const ZefBaseUnknown* const implementation = object->GetImpl(0);
+  return implementation ? implementation : object;
+}
+
+}  // namespace
+
+#ifndef NDEBUG
+void AssertInteractiveThread() {
+  static const std::thread::id interactive = std::this_thread::get_id();
+  assert(std::this_thread::get_id() == interactive && "objects belong to one thread");
+}
+#endif
+
+ZefBaseUnknown::~ZefBaseUnknown() {
+  if (Has(ObjectRecord::HasExtensions)) DestroyExtensions(this);
+  if (Has(ObjectRecord::InCallbacks)) ForgetCallbacks(this);
+  if (Has(ObjectRecord::ExtendsAnother)) SetExtendedObject(this, nullptr);
+}
+
+HRESULT ZefBaseUnknown::QueryInterface(const _GUID& iIID, void** oPtr) {
+  if (!oPtr) return E_FAIL;
+  *oPtr = nullptr;
+  ZefBaseUnknown* const extended = ExtendedObject(this);
+  if (ChainAnswers(GetMetaObject(), iIID) || (!extended && IsRootIdentifier(iIID))) {
+    *oPtr = this;
+  } else if (extended) {
+    return extended->QueryInterface(iIID, oPtr);
+  } else {
+    *oPtr = FindOrCreateExtension(this, iIID);
+  }
+  if (!*oPtr) return E_FAIL;
+  AddRef();
+  return S_OK;
+}
+
+unsigned int ZefBaseUnknown::AddRef() {
+  AssertInteractiveThread();
+  if (Has(ObjectRecord::ExtendsAnother)) return ExtendedObject(this)->AddRef();
+  return ++references_;
+}
+
+unsigned int ZefBaseUnknown::Release() {
+  AssertInteractiveThread();
+  if (Has(ObjectRecord::ExtendsAnother)) return ExtendedObject(this)->Release();
+  if (--references_ > 0) return references_;
+  references_ = kDying;
+  if (Has(ObjectRecord::HasExtensions)) DestroyExtensions(this);
+  delete this;
+  return 0;
+}
+
+HRESULT ZefBaseUnknown::GetTypeInfoCount(unsigned int*) { return E_FAIL; }
+HRESULT ZefBaseUnknown::GetTypeInfo(unsigned int, unsigned int, void**) { return E_FAIL; }
+HRESULT ZefBaseUnknown::GetIDsOfNames(const _GUID&, void*, unsigned int, unsigned int, void*) {
+  return E_FAIL;
+}
+HRESULT ZefBaseUnknown::Invoke(int, const _GUID&, unsigned int, unsigned short, void*, void*, void*,
+                               unsigned int*) {
+  return E_FAIL;
+}
+
+ZefMetaClass* ZefBaseUnknown::GetMetaObject() const { return MetaObject(); }
+const char* ZefBaseUnknown::IsA() const { return GetMetaObject()->GetClassName(); }
+int ZefBaseUnknown::IsAKindOf(const char* iName) const { return GetMetaObject()->IsAKindOf(iName); }
+
+ZefBaseUnknown* ZefBaseUnknown::GetImpl(int) const {
+  if (Has(ObjectRecord::ExtendsAnother)) return ExtendedObject(this);
+  const bool bareExtension = GetMetaObject()->GetKind() == TypeExtension;
+  return bareExtension ? nullptr : const_cast<ZefBaseUnknown*>(this);
+}
+
+void ZefBaseUnknown::SetImpl(ZefBaseUnknown* iImpl) { SetExtendedObject(this, iImpl); }
+
+int ZefBaseUnknown::IsNull() const { return 0; }
+
+int ZefBaseUnknown::IsEqual(const ZefBaseUnknown* iOther) const {
+  return iOther && Identity(this) == Identity(iOther) ? 1 : 0;
+}
+
+ZefBaseUnknown* ZefBaseUnknown::QueryInterface(const char* iInterfaceName) {
+  if (!iInterfaceName) return nullptr;
+  if (std::strcmp(iInterfaceName, ClassName()) == 0) {
+    AddRef();
+    return this;
+  }
+  const ZefMetaClass* const meta = FindInterface(iInterfaceName);
+  void* answer = nullptr;
+  if (meta) QueryInterface(meta->GetClassId(), &answer);
+  return static_cast<ZefBaseUnknown*>(answer);
+}
+
+HRESULT ZefBaseUnknown::ChangeComponentState(int, int) { return S_OK; }
+
+const char* ZefBaseUnknown::ClassName() { return "ZefBaseUnknown"; }
+
+ZefMetaClass* ZefBaseUnknown::MetaObject() {
+  static ZefMetaClass* const meta = RegisterInterface(IID_ZefBaseUnknown, ClassName(), nullptr);
+  return meta;
+}
+
+void* ZefBaseUnknown::operator new(std::size_t size) noexcept { return AllocateOrNull(size); }
+void ZefBaseUnknown::operator delete(void* memory) noexcept { std::free(memory); }
+
+void ZefBaseUnknown::Note(ObjectRecord iRecord, bool iPresent) {
+  const auto bit = static_cast<unsigned char>(iRecord);
+  records_ = static_cast<unsigned char>(iPresent ? records_ | bit : records_ & ~bit);
+}

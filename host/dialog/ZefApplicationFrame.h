@@ -1,0 +1,13 @@
+#pragma once
+
+#include "host/component/ZefBaseUnknown.h"
+
+class ZefFrmWindow;
+
+// The application's frame. No operation takes a reference; each may answer null.
+class ZefApplicationFrame : public ZefBaseUnknown {
+ public:
+  // Null in an application without windows.
+  static ZefApplicationFrame* GetFrame();
+  virtual ZefFrmWindow* GetMainWindow() = 0;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "host/dialog/ZefEventSubscriber.h"
+
+// An element of the command tree: windows and dialogs.
+class ZefCommand : public ZefEventSubscriber {
+ public:
+  // The father is not counted.
+  explicit ZefCommand(ZefCommand* iFather = nullptr) : father_(iFather) {}
+
+  ZefCommand* GetFather() { return father_; }
+  void SetFather(ZefCommand* iFather) { father_ = iFather; }
+
+  // Hands the notification to `iTo`; nothing for null.
+  void SendNotification(ZefCommand* iTo, ZefNotification* iNotification);
+
+ private:
+  ZefCommand* father_;
+};

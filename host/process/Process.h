@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/process/ZefISPPAbstractActivity.h"
+#include "host/process/ZefISPPActivity.h"
+#include "host/process/ZefISPPActivityModificationEvents.h"
+#include "host/process/ZefISPPActivityRoot.h"
+#include "host/process/ZefISPPActivitySpecification.h"
+#include "host/process/ZefISPPChildManagement.h"
+#include "host/process/ZefISPPControlFlow.h"
+#include "host/process/ZefISPPFlowEnd.h"
+#include "host/process/ZefISPPFlowMgt.h"
+#include "host/process/ZefISPPItem.h"
+#include "host/process/ZefISPPItemMgt.h"
+#include "host/process/ZefISPPProcessContainer.h"
+#include "host/process/ZefISPPProductIO.h"
+#include "host/process/ZefSPPActivityNotification.h"
+#include "host/process/ZefSPPActivityNotificationDispatcher.h"

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+
+#include "host/values/ZefListValZefBaseUnknown_var.h"
+
+// Walks a list: `for (auto activity : Each<ZefISPPActivity>(list))`. Each element is queried when
+// its turn comes; those that are null or do not answer the interface are passed over. The size is
+// read again on each step, so the list may grow or shrink meanwhile. No list is an empty one.
+template <class I>
+class Each {
+ public:
+  explicit Each(const ZefListValZefBaseUnknown_var& iList) : list_(&iList) {}
+  explicit Each(const ZefListValZefBaseUnknown_var* iList) : list_(iList) {}
+  explicit Each(const std::unique_ptr<ZefListValZefBaseUnknown_var>& iList) : list_(iList.get()) {}
+
+  struct End {};
+  class Iterator {
+   public:
+    explicit Iterator(const ZefListValZefBaseUnknown_var* list) : list_(list) { ++*this; }
+    const Handle<I>& operator*() const { return element_; }
+    Iterator& operator++() {
+      element_ = nullptr;
+      while (!element_ && list_ && ++position_ <= list_->Size()) element_ = (*list_)[position_];
+      return *this;
+    }
+    bool operator!=(End) const { return static_cast<bool>(element_); }
+
+   private:
+    const ZefListValZefBaseUnknown_var* list_;
+    int position_ = 0;
+    Handle<I> element_;
+  };
+
+  Iterator begin() const { return Iterator(list_); }
+  End end() const { return {}; }
+
+ private:
+  const ZefListValZefBaseUnknown_var* list_;
+};

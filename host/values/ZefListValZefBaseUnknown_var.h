@@ -1,0 +1,52 @@
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "host/component/Handle.h"
+
+// List of handles. Positions count from 1. It may hold null handles and one object several times;
+// elements are equal when they are the same object. Reading past either end answers a null handle.
+// Look-ups take constant time on average once the list is large.
+class ZefListValZefBaseUnknown_var {
+ public:
+  ZefListValZefBaseUnknown_var() = default;
+  explicit ZefListValZefBaseUnknown_var(int iCapacity);
+
+  int Size() const { return static_cast<int>(elements_.size()); }
+  ZefBaseUnknown_var operator[](int iPosition) const;
+
+  void Append(const ZefBaseUnknown_var& iElement);
+  void Append(const ZefListValZefBaseUnknown_var& iList);
+
+  // Position of the first equal element at or after `iStart`, 0 when there is none.
+  int Locate(const ZefBaseUnknown_var& iElement, int iStart = 1) const;
+
+  // The first equal element only; nothing when there is none.
+  void RemoveValue(const ZefBaseUnknown_var& iElement);
+  void RemovePosition(int iPosition);
+  // Every occurrence of every element of `iList`.
+  void Remove(const ZefListValZefBaseUnknown_var& iList);
+  void RemoveAll();
+
+  // Replaces `oCommon` by the elements of `iFirst`, in their order and as often as they stand
+  // there, that `iSecond` holds. `oCommon` may be neither of the two.
+  static void Intersection(const ZefListValZefBaseUnknown_var& iFirst,
+                           const ZefListValZefBaseUnknown_var& iSecond,
+                           ZefListValZefBaseUnknown_var& oCommon);
+
+  friend bool operator==(const ZefListValZefBaseUnknown_var& a,
+                         const ZefListValZefBaseUnknown_var& b) {
+    return a.elements_ == b.elements_;
+  }
+
+ private:
+  int Scan(const ZefBaseUnknown* element, int start) const;
+  void BuildIndex() const;
+
+  std::vector<ZefBaseUnknown_var> elements_;
+  // First position of each object; made by the first look-up in a large list, kept while elements
+  // are only added or taken from the end.
+  mutable std::unordered_map<const ZefBaseUnknown*, int> index_;
+  mutable bool indexed_ = false;
+};
