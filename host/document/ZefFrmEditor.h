@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/component/PlatformClass.h"
 #include "host/component/ZefBaseUnknown.h"
 
 class ZefDocument;
@@ -8,8 +9,10 @@ class ZefISO;
 class ZefPSO;
 
 // The editor of a document in a window. No operation takes a reference; each may answer null.
-class ZefFrmEditor : public ZefBaseUnknown {
+class ZefFrmEditor : public PlatformClass<ZefFrmEditor, ZefBaseUnknown> {
  public:
+  static constexpr char Name[] = "ZefFrmEditor";
+
   // The editor of the active window.
   static ZefFrmEditor* GetCurrentEditor();
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 #include <utility>
 
 #include "host/component/Allocation.h"
@@ -32,22 +33,24 @@ void Zef3DRep::Destroy() {
 
 void Zef3DRep::ComputeBoundingElement(int) { ++boundings_; }
 
-void Zef3DRep::SetColor(int iPaletteIndex) { palette_ = iPaletteIndex; }
+void Zef3DRep::SetColor(int iPaletteIndex) {
+  palette_ = iPaletteIndex;
+  color_.fill(-1);
+}
 
 void Zef3DRep::SetColor(int iRed, int iGreen, int iBlue, int iAlpha) {
   color_ = {iRed, iGreen, iBlue, iAlpha};
+  palette_ = -1;
 }
 
-Zef3DBagRep::~Zef3DBagRep() {
-  while (children_ && children_->Size() > 0) RemoveChild((*children_)[children_->Size() - 1]);
-}
+Zef3DBagRep::~Zef3DBagRep() { RemoveAllChildren(); }
 
 list<Zef3DRep>* Zef3DBagRep::GetChildren() {
   return FaultPoint::Strikes() ? nullptr : children_.get();
 }
 
 void Zef3DBagRep::AddChild(Zef3DRep* iChild) {
-  if (!iChild) return;
+  if (!iChild || HangsUnder(iChild)) return;
   if (!children_) children_ = std::make_unique<list<Zef3DRep>>();
   children_->Append(Handle<Zef3DRep>(iChild).Detach());
   iChild->parents_.push_back(this);
@@ -60,6 +63,26 @@ void Zef3DBagRep::RemoveChild(Zef3DRep* iChild) {
   const Handle<Zef3DRep> removed = Adopt(iChild);
   auto& parents = iChild->parents_;
   parents.erase(std::find(parents.begin(), parents.end(), this));
+}
+
+void Zef3DBagRep::RemoveAllChildren() {
+  while (children_ && children_->Size() > 0) RemoveChild((*children_)[children_->Size() - 1]);
+}
+
+bool Zef3DBagRep::HangsUnder(const Zef3DRep* iRep) const {
+  if (iRep == this) return true;
+  if (!dynamic_cast<const Zef3DBagRep*>(iRep)) return false;
+  std::set<const Zef3DRep*> seen{this};
+  std::vector<const Zef3DRep*> open{this};
+  while (!open.empty()) {
+    const Zef3DRep* const rep = open.back();
+    open.pop_back();
+    for (const Zef3DRep* const parent : rep->Parents()) {
+      if (parent == iRep) return true;
+      if (seen.insert(parent).second) open.push_back(parent);
+    }
+  }
+  return false;
 }
 
 Zef3DCustomRep::Zef3DCustomRep(ZefGraphicPrimitive* iPrimitive,

@@ -38,12 +38,23 @@ void ZefSelectionSet::RemoveElement(ZefBaseUnknown* iElement, int) {
   if (iElement) elements_.RemoveValue(iElement);
 }
 
+ZefISO::~ZefISO() {
+  for (Zef3DViewer* const viewer : viewers_) std::erase(viewer->interactiveSets_, this);
+}
+
 void ZefISO::AddViewer(Zef3DViewer* iViewer) {
   if (!iViewer || std::find(viewers_.begin(), viewers_.end(), iViewer) != viewers_.end()) return;
   viewers_.push_back(iViewer);
+  iViewer->interactiveSets_.push_back(this);
 }
 
-void ZefISO::RemoveViewer(Zef3DViewer* iViewer) { std::erase(viewers_, iViewer); }
+void ZefISO::RemoveViewer(Zef3DViewer* iViewer) {
+  if (std::erase(viewers_, iViewer) > 0) std::erase(iViewer->interactiveSets_, this);
+}
+
+Zef3DViewer::~Zef3DViewer() {
+  while (!interactiveSets_.empty()) interactiveSets_.back()->RemoveViewer(this);
+}
 
 ZefVisManager* ZefVisManager::GetVisManager() { return HostApplication::Installed().VisManager(); }
 

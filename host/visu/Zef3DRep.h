@@ -21,7 +21,8 @@ class Zef3DRep : public ZefBaseUnknown {
   // Computes the bounding element anew.
   void ComputeBoundingElement(int iMode);
 
-  // Palette entry; 251 is the fixed colour of labels.
+  // Palette entry; 251 is the fixed colour of labels. Of the two ways to set a colour, the last
+  // one used holds.
   void SetColor(int iPaletteIndex);
   // 0 to 255 each.
   void SetColor(int iRed, int iGreen, int iBlue, int iAlpha);

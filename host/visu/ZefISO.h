@@ -2,14 +2,18 @@
 
 #include <vector>
 
+#include "host/component/PlatformClass.h"
 #include "host/visu/ZefSelectionSet.h"
 
 class Zef3DViewer;
 
 // Temporary objects, shown in the viewers that were added. Viewers are not counted: one that ends
-// is removed first.
-class ZefISO : public ZefSelectionSet {
+// leaves the set.
+class ZefISO : public PlatformClass<ZefISO, ZefSelectionSet> {
  public:
+  static constexpr char Name[] = "ZefISO";
+
+  ~ZefISO() override;
   // A viewer that is there already is not added again.
   void AddViewer(Zef3DViewer* iViewer);
   void RemoveViewer(Zef3DViewer* iViewer);

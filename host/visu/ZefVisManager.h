@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/component/PlatformClass.h"
 #include "host/component/ZefBaseUnknown.h"
 #include "host/values/ZefListValIID.h"
 
@@ -10,10 +11,12 @@ class ZefHSO;
 class ZefPSO;
 class ZefPathElement;
 
-// Attaches to viewpoints what they show. Sets and viewpoints are not counted; representations and
-// paths are, until they are detached.
-class ZefVisManager : public ZefBaseUnknown {
+// Attaches to viewpoints what they show. Viewpoints are not counted; what is attached is, until it
+// is detached or the viewpoint ends.
+class ZefVisManager : public PlatformClass<ZefVisManager, ZefBaseUnknown> {
  public:
+  static constexpr char Name[] = "ZefVisManager";
+
   // No reference taken; may be null.
   static ZefVisManager* GetVisManager();
 
