@@ -5,9 +5,10 @@
 namespace {
 
 HostApplication*& TheApplication() {
-  static HostApplication none;
-  static HostApplication* application = &none;
-  if (!application) application = &none;
+  // Never destroyed: entry points are asked until the process ends.
+  static HostApplication* const none = new HostApplication;
+  static HostApplication* application = none;
+  if (!application) application = none;
   return application;
 }
 
@@ -15,7 +16,9 @@ HostApplication*& TheApplication() {
 
 HostApplication::~HostApplication() = default;
 
-const char* HostApplication::Environment(const char* iName) { return std::getenv(iName); }
+const char* HostApplication::Environment(const char* iName) {
+  return iName ? std::getenv(iName) : nullptr;
+}
 
 void HostApplication::Install(HostApplication* iApplication) { TheApplication() = iApplication; }
 

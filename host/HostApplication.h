@@ -35,12 +35,10 @@ class HostApplication {
   virtual ZefApplicationFrame* Frame() { return nullptr; }
   virtual ZefFrmLayout* CurrentLayout() { return nullptr; }
   virtual ZefVisManager* VisManager() { return nullptr; }
-  // The viewer of a window that was made for an editor; the application owns it and ends it in
-  // DestroyViewer.
+  // A viewer for a window that was made for an editor, with a reference for the window.
   virtual Zef3DViewer* CreateViewer(ZefFrmWindow* /*iWindow*/, ZefFrmEditor* /*iEditor*/) {
     return nullptr;
   }
-  virtual void DestroyViewer(Zef3DViewer* /*iViewer*/) {}
   // Moves the viewer's viewpoint so that the set fills the view.
   virtual void Reframe(ZefHSO& /*iSet*/, Zef3DViewer* /*iViewer*/) {}
 

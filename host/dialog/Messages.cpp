@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/HostApplication.h"
@@ -15,15 +17,10 @@ std::vector<Handle<ZefDlgNotify>>& Requested() {
   return *requested;
 }
 
-void Replace(std::string& text, const std::string& place, const std::string& value) {
-  const std::size_t found = text.find(place);
-  if (found != std::string::npos) text.replace(found, place.size(), value);
-}
-
 }  // namespace
 
 ZefDlgNotify::ZefDlgNotify(ZefFrmWindow* iParent, const char* iName, unsigned int iStyle)
-    : ZefCommand(iParent), parent_(iParent), name_(iName ? iName : ""), style_(iStyle) {
+    : PlatformClass(iParent), parent_(iParent), name_(iName ? iName : ""), style_(iStyle) {
   if (parent_) parent_->OwnDialog(this);
 }
 
@@ -36,17 +33,24 @@ int ZefDlgNotify::DisplayBlocked(const ZefUnicodeString& iMessage, const ZefUnic
 
 void ZefDlgNotify::RequestDelayedDestruction() {
   closed_ = true;
-  if (!parent_) Requested().push_back(Adopt(this));
+  if (!parent_ && !std::exchange(requested_, true)) Requested().push_back(Adopt(this));
 }
 
 void ZefDlgNotify::DestroyRequested() { Requested().clear(); }
 
 ZefUnicodeString ZefMsg::BuildMessage(const ZefUnicodeString* iParameters, int iCount) const {
-  std::string text = text_;
-  for (int i = 0; iParameters && i < iCount; ++i) {
-    Replace(text, "%" + std::to_string(i + 1), iParameters[i].Bytes());
+  std::string built;
+  for (std::size_t i = 0; i < text_.size(); ++i) {
+    // One digit names a parameter, so that "%10" is the first one followed by a zero.
+    const int place = text_[i] == '%' && i + 1 < text_.size() ? text_[i + 1] - '0' : 0;
+    if (iParameters && 1 <= place && place <= std::min(iCount, 9)) {
+      built += iParameters[place - 1].Bytes();
+      ++i;
+    } else {
+      built += text_[i];
+    }
   }
-  return text;
+  return built;
 }
 
 int ZefMsgCatalog::LoadMsgCatalog(const char* iName, int) {
@@ -67,7 +71,7 @@ ZefUnicodeString ZefMsgCatalog::BuildMessage(const char* iCatalog, const char* i
                                              const ZefUnicodeString* iParameters, int iCount,
                                              const char* iDefault) {
   std::string text;
-  if (!HostApplication::Installed().FindMessage(iCatalog, iKey, text)) {
+  if (!iCatalog || !iKey || !HostApplication::Installed().FindMessage(iCatalog, iKey, text)) {
     text = iDefault ? iDefault : "";
   }
   return ZefMsg(text).BuildMessage(iParameters, iCount);

@@ -1,11 +1,13 @@
 #include "host/HostApplication.h"
 #include "host/component/DescribeClass.h"
+#include "host/component/FaultPoint.h"
 #include "host/dialog/ZefApplicationFrame.h"
 #include "host/dialog/ZefDlgNotify.h"
 #include "host/dialog/ZefFrmLayout.h"
 #include "host/dialog/ZefFrmWindow.h"
 #include "host/dialog/ZefGetEnv.h"
 #include "host/dialog/ZefInventorySpaceWnd.h"
+#include "host/visu/Zef3DViewer.h"
 #include "host/visu/ZefVisManager.h"
 
 ZefApplicationFrame* ZefApplicationFrame::GetFrame() {
@@ -36,22 +38,29 @@ void ZefCommand::SendNotification(ZefCommand* iTo, ZefNotification* iNotificatio
 }
 
 ZefFrmWindow::ZefFrmWindow(ZefCommand* iFather)
-    : ZefCommand(iFather), closeNotification_(Make<ZefNotification>()) {}
+    : PlatformClass(iFather), closeNotification_(Make<ZefNotification>()) {}
 
 ZefFrmWindow::~ZefFrmWindow() = default;
 
 void ZefFrmWindow::Close() { SendNotification(this, GetMDICloseNotification()); }
 
 void ZefFrmWindow::OwnDialog(ZefDlgNotify* iDialog) {
-  std::erase_if(dialogs_, [](const auto& dialog) { return dialog->IsClosed(); });
+  FreeClosedDialogs();
   dialogs_.push_back(Adopt(iDialog));
 }
 
-ZefInventorySpaceWnd::ZefInventorySpaceWnd(ZefFrmEditor* iEditor)
-    : viewer_(iEditor ? HostApplication::Installed().CreateViewer(this, iEditor) : nullptr) {}
+void ZefFrmWindow::FreeClosedDialogs() {
+  std::erase_if(dialogs_, [](const auto& dialog) { return dialog->IsClosed(); });
+}
 
-ZefInventorySpaceWnd::~ZefInventorySpaceWnd() {
-  if (viewer_) HostApplication::Installed().DestroyViewer(viewer_);
+ZefInventorySpaceWnd::ZefInventorySpaceWnd(ZefFrmEditor* iEditor)
+    : viewer_(Adopt(iEditor ? HostApplication::Installed().CreateViewer(this, iEditor) : nullptr)) {
+}
+
+ZefInventorySpaceWnd::~ZefInventorySpaceWnd() = default;
+
+Zef3DViewer* ZefInventorySpaceWnd::GetViewer() {
+  return FaultPoint::Strikes() ? nullptr : viewer_.Get();
 }
 
 ZefVisManager* ZefInventorySpaceWnd::GetVisManager() { return ZefVisManager::GetVisManager(); }

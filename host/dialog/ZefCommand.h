@@ -1,10 +1,13 @@
 #pragma once
 
+#include "host/component/PlatformClass.h"
 #include "host/dialog/ZefEventSubscriber.h"
 
 // An element of the command tree: windows and dialogs.
-class ZefCommand : public ZefEventSubscriber {
+class ZefCommand : public PlatformClass<ZefCommand, ZefEventSubscriber> {
  public:
+  static constexpr char Name[] = "ZefCommand";
+
   // The father is not counted.
   explicit ZefCommand(ZefCommand* iFather = nullptr) : father_(iFather) {}
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "host/component/PlatformClass.h"
 #include "host/dialog/ZefCommand.h"
 #include "host/values/ZefUnicodeString.h"
 
@@ -10,8 +11,10 @@ class ZefFrmWindow;
 // A message that waits for the user. Create it with new: the parent window owns it from the start
 // and frees it once it was closed; a dialog without parent is freed after its destruction was
 // requested.
-class ZefDlgNotify : public ZefCommand {
+class ZefDlgNotify : public PlatformClass<ZefDlgNotify, ZefCommand> {
  public:
+  static constexpr char Name[] = "ZefDlgNotify";
+
   ZefDlgNotify(ZefFrmWindow* iParent, const char* iName, unsigned int iStyle);
 
   // Shows the message until the user closes it.
@@ -33,4 +36,5 @@ class ZefDlgNotify : public ZefCommand {
   unsigned int style_;
   int visibility_ = 1;
   bool closed_ = false;
+  bool requested_ = false;
 };

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/component/Handle.h"
+#include "host/component/PlatformClass.h"
 #include "host/dialog/ZefCommand.h"
 
 class Zef3DViewer;
@@ -11,8 +12,10 @@ class ZefDlgNotify;
 
 // A window of the application frame. It owns the dialogs that were opened over it and frees each
 // once it was closed.
-class ZefFrmWindow : public ZefCommand {
+class ZefFrmWindow : public PlatformClass<ZefFrmWindow, ZefCommand> {
  public:
+  static constexpr char Name[] = "ZefFrmWindow";
+
   explicit ZefFrmWindow(ZefCommand* iFather = nullptr);
   ~ZefFrmWindow() override;
 
@@ -32,6 +35,8 @@ class ZefFrmWindow : public ZefCommand {
 
   // Takes the dialog over with its creation reference.
   void OwnDialog(ZefDlgNotify* iDialog);
+  // For the application's idle time.
+  void FreeClosedDialogs();
 
  private:
   std::string baseName_;

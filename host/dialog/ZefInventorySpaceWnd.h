@@ -1,20 +1,23 @@
 #pragma once
 
+#include "host/component/PlatformClass.h"
 #include "host/dialog/ZefFrmWindow.h"
 
 class ZefFrmEditor;
 class ZefVisManager;
 
 // A window with a 3D viewer of its own. Made without an editor it has none.
-class ZefInventorySpaceWnd : public ZefFrmWindow {
+class ZefInventorySpaceWnd : public PlatformClass<ZefInventorySpaceWnd, ZefFrmWindow> {
  public:
+  static constexpr char Name[] = "ZefInventorySpaceWnd";
+
   explicit ZefInventorySpaceWnd(ZefFrmEditor* iEditor);
   ~ZefInventorySpaceWnd() override;
 
-  Zef3DViewer* GetViewer() override { return viewer_; }
+  Zef3DViewer* GetViewer() override;
   // No reference taken; may be null.
   ZefVisManager* GetVisManager();
 
  private:
-  Zef3DViewer* viewer_;
+  Handle<Zef3DViewer> viewer_;
 };

@@ -9,7 +9,7 @@
 class ZefMsg {
  public:
   explicit ZefMsg(std::string iText = {}) : text_(std::move(iText)) {}
-  // The text with "%1", "%2", ... replaced by the parameters.
+  // The text with "%1" to "%9" replaced by the parameters, as far as there are any.
   ZefUnicodeString BuildMessage(const ZefUnicodeString* iParameters = nullptr,
                                 int iCount = 0) const;
 
