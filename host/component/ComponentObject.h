@@ -33,7 +33,7 @@ class ComponentObject : public Primary, public Others..., public SelectiveObject
   HRESULT QueryInterface(const _GUID& iIID, void** oPtr) override {
     if (!oPtr) return E_FAIL;
     const int position = Table().Find(iIID);
-    *oPtr = position == 0 ? Identity() : Look(position, iIID);
+    *oPtr = position == 0 ? Identity() : Resolve(position, iIID);
     if (!*oPtr) return E_FAIL;
     AddRef();
     return S_OK;
@@ -67,7 +67,7 @@ class ComponentObject : public Primary, public Others..., public SelectiveObject
   void* At(int position) { return reinterpret_cast<char*>(this) + Table().Offset(position); }
   bool Answers(int position) const { return !((withheld_ >> position) & 1u); }
 
-  void* Look(int position, const _GUID& iIID) {
+  void* Resolve(int position, const _GUID& iIID) {
     if (FaultPoint::Strikes()) return nullptr;
     if (position < 0) return FindOrCreateExtension(Identity(), iIID);
     return Answers(position) ? At(position) : nullptr;

@@ -1,0 +1,109 @@
+#include "embedded/model/Activity.h"
+
+#include <memory>
+#include <utility>
+
+#include "embedded/model/Document.h"
+#include "embedded/model/ObjectClass.h"
+#include "embedded/model/ProductOutput.h"
+
+namespace embedded {
+
+namespace {
+
+void Withhold(Activity& activity, const ActivityData& data, bool isRoot) {
+  using Task = ActivityData::Task;
+  const bool welds = data.task == Task::Welding || data.task == Task::Both;
+  const bool seams = data.task == Task::CurveFastening || data.task == Task::Both;
+  const bool station = data.role == ActivityData::Role::Station;
+  activity.AnswerInterface(IID_ZefISPPActivityRoot, isRoot);
+  activity.AnswerInterface(IID_TuvIBIWActivity, station || welds || seams);
+  activity.AnswerInterface(IID_TuvIBIWActivityWelding, welds);
+  activity.AnswerInterface(IID_TuvIBIWActivityCurveFastening, seams);
+  activity.AnswerInterface(IID_TuvIBIWItemInfo, station);
+}
+
+}  // namespace
+
+Activity::Activity(const ActivityData& iData, bool iIsRoot, MembershipPointer iMembership)
+    : data_(iData), isRoot_(iIsRoot) {
+  if (data_.label.empty()) data_.label = data_.key;
+  alias_ = data_.key;
+  Join(std::move(iMembership));
+  Withhold(*this, data_, iIsRoot);
+}
+
+Activity::~Activity() {
+  links_.Clear();
+  for (const Owned<ProductOutput>& output : outputs_) output->Leave();
+  if (container_) container_->Leave();
+}
+
+ZefMetaClass* Activity::GetMetaObject() const {
+  struct Physical {};
+  struct Logical {};
+  return data_.kind == ActivityData::Kind::Physical
+             ? ObjectClass<Physical>("PhysicalActivity", "Activity")
+             : ObjectClass<Logical>("LogicalActivity", "Activity");
+}
+
+HRESULT Activity::GetParentActivity(ZefISPPAbstractActivity_var& oParent) {
+  if (FaultPoint::Strikes()) return E_FAIL;
+  oParent = parent_ ? ZefISPPAbstractActivity_var(parent_->Identity()) : nullptr;
+  return S_OK;
+}
+
+ZefUnicodeString Activity::GetLabel() {
+  return FaultPoint::Strikes() ? ZefUnicodeString() : ZefUnicodeString(data_.label);
+}
+
+ZefListValZefBaseUnknown_var* Activity::GetChildren(const ZefUnicodeString& iType) {
+  if (FaultPoint::Strikes()) return nullptr;
+  auto children = std::make_unique<ZefListValZefBaseUnknown_var>();
+  for (Activity* const child : children_) {
+    if (iType == "" || child->GetMetaObject()->IsAKindOf(iType)) {
+      children->Append(child->Identity());
+    }
+  }
+  return children.release();
+}
+
+ZefBaseUnknown* Activity::GetFather() {
+  if (!parent_ || FaultPoint::Strikes()) return nullptr;
+  return ZefBaseUnknown_var(parent_->Identity()).Detach();
+}
+
+HRESULT Activity::GetFeatContainer(ZefIContainer_var& oContainer) {
+  if (FaultPoint::Strikes()) return E_FAIL;
+  if (isRoot_ && OwnDocument()) {
+    oContainer = OwnDocument()->RootContainerObject();
+    return S_OK;
+  }
+  if (!container_) container_ = MakeOwned<ActivityContainer>(this);
+  oContainer = container_->Identity();
+  return S_OK;
+}
+
+ZefSPPActivityNotificationDispatcher* Activity::GetDispatcher() {
+  return FaultPoint::Strikes() ? nullptr : GetOwnDispatcher();
+}
+
+ZefSPPActivityNotificationDispatcher* Activity::GetOwnDispatcher() const {
+  return OwnDocument() ? OwnDocument()->Dispatcher() : nullptr;
+}
+
+std::vector<const Activity*> Activity::OwnScope() const {
+  std::vector<const Activity*> scope;
+  std::vector<const Activity*> open{this};
+  while (!open.empty()) {
+    const Activity* const activity = open.back();
+    open.pop_back();
+    scope.push_back(activity);
+    for (auto child = activity->children_.rbegin(); child != activity->children_.rend(); ++child) {
+      if (!(*child)->IsStation()) open.push_back(*child);
+    }
+  }
+  return scope;
+}
+
+}  // namespace embedded

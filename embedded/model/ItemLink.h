@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+
+#include "host/component/ComponentObject.h"
+#include "host/document/ZefISpecObject.h"
+#include "host/process/ZefISPPActivitySpecification.h"
+
+namespace embedded {
+
+class Activity;
+class Linkable;
+
+// One link of an item to an activity: a feature that designates the item and has the activity as
+// father.
+class ItemLink : public ComponentObject<ZefISPPActivitySpecification, ZefISpecObject> {
+ public:
+  enum Selector { Plain = 1, FirstAssigned = 2 };
+
+  // The activity is not counted; it detaches its links when they are removed or when it ends.
+  ItemLink(Activity* iActivity, ZefBaseUnknown* iItem, int iSelector);
+  ~ItemLink() override;
+
+  ZefMetaClass* GetMetaObject() const override;
+  HRESULT GetSpecifiedItem(ZefBaseUnknown_var& oItem) override;
+  ZefBaseUnknown* GetFather() override;
+  HRESULT GetFeatContainer(ZefIContainer_var& oContainer) override;
+
+  const ZefBaseUnknown_var& Item() const { return item_; }
+  Activity* OwnActivity() const { return activity_; }
+  int GetSelector() const { return selector_; }
+
+  // What the link was made with besides.
+  struct Details {
+    ZefBaseUnknown_var source;
+    std::string name;
+    int fixed = 0;
+  };
+  Details details;
+
+  // Ends the link on both sides; the feature keeps its item.
+  void Detach();
+  // Place among the activity's links, counted from 0.
+  int slot = -1;
+
+ private:
+  Activity* activity_;
+  ZefBaseUnknown_var item_;
+  Linkable* target_;
+  int selector_;
+};
+
+}  // namespace embedded

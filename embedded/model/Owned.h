@@ -1,0 +1,46 @@
+#pragma once
+
+#include <utility>
+
+#include "host/component/Handle.h"
+
+namespace embedded {
+
+// A counted pointer to an object of a known class: no query, so it never fails.
+template <class T>
+class Owned {
+ public:
+  Owned() = default;
+  // Takes a reference of its own; a null pointer gives a null owner.
+  explicit Owned(T* object) : identity_(object ? object->Identity() : nullptr), object_(object) {}
+
+  // Takes over the creation reference of a new object.
+  static Owned Adopt(T* object) {
+    Owned owned;
+    if (object) owned.identity_ = ::Adopt(object->Identity());
+    owned.object_ = object;
+    return owned;
+  }
+
+  T* Get() const { return object_; }
+  T* operator->() const { return object_; }
+  T& operator*() const { return *object_; }
+  explicit operator bool() const { return object_ != nullptr; }
+
+ private:
+  ZefBaseUnknown_var identity_;
+  T* object_ = nullptr;
+};
+
+template <class T, class... Arguments>
+[[nodiscard]] Owned<T> MakeOwned(Arguments&&... arguments) {
+  return Owned<T>::Adopt(new T(std::forward<Arguments>(arguments)...));
+}
+
+// The object behind an interface pointer as a class of this host; null when it is of another.
+template <class T>
+T* ObjectAs(const ZefBaseUnknown* object) {
+  return object ? dynamic_cast<T*>(object->GetImpl(0)) : nullptr;
+}
+
+}  // namespace embedded
