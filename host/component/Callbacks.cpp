@@ -14,6 +14,7 @@ struct Subscription {
   std::string event;
   ZefCallbackMethod method;
   void* data;
+  ZefBaseUnknown_var receiver;
 };
 
 struct Subscriptions {
@@ -28,37 +29,18 @@ Subscriptions& All() {
 
 constexpr long kLastIdentifier = 0x7fffffff;
 
-// Keeps a receiver alive during a delivery; an extension's count is that of the extended object.
-class ReceiverGuard {
- public:
-  explicit ReceiverGuard(ZefBaseUnknown* receiver) : receiver_(receiver) {
-    if (receiver_) receiver_->AddRef();
-  }
-  ReceiverGuard(ReceiverGuard&& other) noexcept
-      : receiver_(std::exchange(other.receiver_, nullptr)) {}
-  ReceiverGuard(const ReceiverGuard&) = delete;
-  ~ReceiverGuard() {
-    if (receiver_) receiver_->Release();
-  }
-
- private:
-  ZefBaseUnknown* receiver_;
-};
-
-// Taken out of the table first: giving the receiver back may end further subscriptions.
+// Taken out of the table first: giving the receivers back may end further subscriptions.
 template <class Condition>
 int EndWhere(const Condition& condition) {
-  std::vector<ZefBaseUnknown*> receivers;
+  std::vector<Subscription> ended;
   auto& table = All().byIdentifier;
-  const auto ended = std::erase_if(table, [&](const auto& entry) {
-    if (!condition(entry.first, entry.second)) return false;
-    receivers.push_back(entry.second.method.Receiver());
-    return true;
-  });
-  for (ZefBaseUnknown* const receiver : receivers) {
-    if (receiver) receiver->Release();
+  for (auto entry = table.begin(); entry != table.end();) {
+    const auto current = entry++;
+    if (!condition(current->first, current->second)) continue;
+    ended.push_back(std::move(current->second));
+    table.erase(current);
   }
-  return static_cast<int>(ended);
+  return static_cast<int>(ended.size());
 }
 
 }  // namespace
@@ -67,28 +49,26 @@ long AddCallback(ZefBaseUnknown*, ZefBaseUnknown* iPublisher, const char* iEvent
                  const ZefCallbackMethod& iMethod, void* iData) {
   if (!iPublisher || !iEvent || All().last == kLastIdentifier) return 0;
   const long identifier = ++All().last;
-  All().byIdentifier.emplace(identifier, Subscription{iPublisher, iEvent, iMethod, iData});
-  iPublisher->Note(ObjectRecord::InCallbacks, true);
-  if (ZefBaseUnknown* const receiver = iMethod.Receiver()) {
-    receiver->Note(ObjectRecord::InCallbacks, true);
-    receiver->AddRef();
-  }
+  ZefBaseUnknown* const publisher = IdentityOf(iPublisher);
+  ZefBaseUnknown* const receiver = iMethod.Receiver();
+  All().byIdentifier.emplace(identifier, Subscription{publisher, iEvent, iMethod, iData, receiver});
+  publisher->Note(ObjectRecord::InCallbacks, true);
+  if (receiver) receiver->Note(ObjectRecord::InCallbacks, true);
   return identifier;
 }
 
 void RemoveCallback(ZefBaseUnknown*, ZefBaseUnknown* iPublisher, long iCallback) {
   EndWhere([&](long identifier, const Subscription& subscription) {
-    return identifier == iCallback && subscription.publisher == iPublisher;
+    return identifier == iCallback && subscription.publisher == IdentityOf(iPublisher);
   });
 }
 
 void Deliver(ZefBaseUnknown* iPublisher, const char* iEvent, ZefNotification* iNotification) {
+  const ZefBaseUnknown* const publisher = IdentityOf(iPublisher);
   std::vector<std::pair<long, Subscription>> snapshot;
-  std::vector<ReceiverGuard> receivers;
   for (const auto& [identifier, subscription] : All().byIdentifier) {
-    if (subscription.publisher != iPublisher || subscription.event != iEvent) continue;
+    if (subscription.publisher != publisher || subscription.event != iEvent) continue;
     snapshot.emplace_back(identifier, subscription);
-    receivers.emplace_back(subscription.method.Receiver());
   }
   for (const auto& [identifier, subscription] : snapshot) {
     if (!All().byIdentifier.contains(identifier)) continue;
@@ -97,10 +77,9 @@ void Deliver(ZefBaseUnknown* iPublisher, const char* iEvent, ZefNotification* iN
 }
 
 void ForgetCallbacks(ZefBaseUnknown* iObject) {
-  std::erase_if(All().byIdentifier,
-                [&](const auto& entry) { return entry.second.method.Receiver() == iObject; });
-  EndWhere(
-      [&](long, const Subscription& subscription) { return subscription.publisher == iObject; });
+  EndWhere([&](long, const Subscription& subscription) {
+    return subscription.publisher == iObject || subscription.method.Receiver() == iObject;
+  });
 }
 
 int PurgeCallbacks(const void* iBegin, const void* iEnd) {

@@ -47,7 +47,8 @@ class ZefCallbackMethod {
 
 // Subscribes to an event of a publisher and answers the subscription's identifier, from 1 to
 // 2^31-1 and never used again; 0 when there is no publisher or no event name. The receiver is
-// referenced until the subscription ends; the subscriber and the publisher are not.
+// referenced until the subscription ends; the subscriber and the publisher are not. A publisher is
+// the same through all its interfaces.
 long AddCallback(ZefBaseUnknown* iSubscriber, ZefBaseUnknown* iPublisher, const char* iEvent,
                  const ZefCallbackMethod& iMethod, void* iData);
 

@@ -68,6 +68,7 @@ class ComponentObject : public Primary, public Others..., public SelectiveObject
   bool Answers(int position) const { return !((withheld_ >> position) & 1u); }
 
   void* Resolve(int position, const _GUID& iIID) {
+    if (iIID == IID_IUnknown) return Identity();
     if (FaultPoint::Strikes()) return nullptr;
     if (position < 0) return FindOrCreateExtension(Identity(), iIID);
     return Answers(position) ? At(position) : nullptr;

@@ -1,12 +1,11 @@
 #include "host/component/Dictionary.h"
 
 #include <cstring>
+#include <deque>
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 #include <unordered_map>
-#include <utility>
 
 #include "host/component/Extensions.h"
 
@@ -25,18 +24,15 @@ struct Dictionary {
   std::unordered_map<std::string, ZefMetaClass*> interfacesByName;
   std::map<_GUID, ZefMetaClass*, IdentifierOrder> interfaces;
   // By interface first: most interfaces have no factory at all.
-  std::map<_GUID, std::map<std::string, ExtensionFactory>, IdentifierOrder> factories;
-  std::map<std::string, std::unique_ptr<ZefMetaClass>> owned;
+  std::map<_GUID, std::map<std::string, ExtensionFactory, std::less<>>, IdentifierOrder> factories;
+  // Grows only, so that no meta-object ever moves.
+  std::deque<ZefMetaClass> owned;
 };
 
 // Never destroyed: objects of static life are queried until the process ends.
 Dictionary& TheDictionary() {
   static Dictionary* const dictionary = new Dictionary;
   return *dictionary;
-}
-
-ZefMetaClass* Own(const char* name, std::unique_ptr<ZefMetaClass> meta) {
-  return (TheDictionary().owned[name] = std::move(meta)).get();
 }
 
 bool NamesNoType(const std::string& type) {
@@ -59,12 +55,9 @@ bool LiesIn(ExtensionFactory factory, const void* begin, const void* end) {
 ZefMetaClass* fct_RetrieveMetaObject(const char* iClass, ENUMTypeOfClass iKind, ZefMetaClass* iBase,
                                      const char* iExtendedType, const char* iFramework,
                                      int iInstanceSize) {
+  if (!iClass) return nullptr;
   ZefMetaClass*& meta = TheDictionary().classes[iClass];
-  if (!meta) {
-    std::unique_ptr<ZefMetaClass> made(new ZefMetaClass(nullptr, iClass, iBase, nullptr, iKind));
-    if (!made) return nullptr;
-    meta = Own(iClass, std::move(made));
-  }
+  if (!meta) meta = &TheDictionary().owned.emplace_back(nullptr, iClass, iBase, nullptr, iKind);
   meta->Describe(iKind, iBase, iExtendedType, iFramework, iInstanceSize);
   return meta;
 }
@@ -78,10 +71,10 @@ HRESULT AddDictionary(const _GUID* iIID, const _GUID*, const char* iName, const 
 
 ZefMetaClass* RegisterInterface(const _GUID& iIID, const char* iName, ZefMetaClass* iBase) {
   if (ZefMetaClass* const known = FindInterface(iName)) return known;
-  ZefMetaClass* const meta =
-      Own(iName, std::make_unique<ZefMetaClass>(&iIID, iName, iBase, nullptr, TypeInterface));
-  MakeKnown(iIID, iName, meta);
-  return meta;
+  ZefMetaClass& meta =
+      TheDictionary().owned.emplace_back(&iIID, iName, iBase, nullptr, TypeInterface);
+  MakeKnown(iIID, iName, &meta);
+  return &meta;
 }
 
 ZefFillDictionary::ZefFillDictionary(ZefMetaClass* iExtension, ZefMetaClass* iInterface,
@@ -104,6 +97,7 @@ ZefBaseUnknown* ToCreateBOA(ZefBaseUnknown* iExtended, ZefBaseUnknown*, ZefMetaC
 }
 
 ZefMetaClass* FindMetaClass(const char* iName) {
+  if (!iName) return nullptr;
   const auto& classes = TheDictionary().classes;
   const auto found = classes.find(iName);
   return found == classes.end() ? nullptr : found->second;
@@ -116,6 +110,7 @@ ZefMetaClass* FindInterface(const _GUID& iIID) {
 }
 
 ZefMetaClass* FindInterface(const char* iName) {
+  if (!iName) return nullptr;
   const auto& interfaces = TheDictionary().interfacesByName;
   const auto found = interfaces.find(iName);
   return found == interfaces.end() ? nullptr : found->second;

@@ -1,6 +1,5 @@
 #include "host/component/Extensions.h"
 
-#include <functional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -32,10 +31,6 @@ ZefBaseUnknown* Find(const ZefBaseUnknown* object, const _GUID& id) {
   return nullptr;
 }
 
-const void* VirtualTable(const ZefBaseUnknown* object) {
-  return *reinterpret_cast<const void* const*>(object);
-}
-
 }  // namespace
 
 ZefBaseUnknown* FindOrCreateExtension(ZefBaseUnknown* iObject, const _GUID& iIID) {
@@ -48,7 +43,7 @@ ZefBaseUnknown* FindOrCreateExtension(ZefBaseUnknown* iObject, const _GUID& iIID
 }
 
 void KeepExtension(ZefBaseUnknown* iObject, const _GUID& iIID, ZefBaseUnknown* iExtension) {
-  ZefBaseUnknown* const identity = iObject->GetImpl(0) ? iObject->GetImpl(0) : iObject;
+  ZefBaseUnknown* const identity = IdentityOf(iObject);
   iExtension->SetImpl(identity);
   TheRecords().extensionsOf[identity].push_back({iIID, iExtension});
   identity->Note(ObjectRecord::HasExtensions, true);
@@ -73,13 +68,4 @@ void DestroyExtensions(ZefBaseUnknown* iObject) {
   const auto node = TheRecords().extensionsOf.extract(iObject);
   if (node.empty()) return;
   for (const Extension& extension : node.mapped()) delete extension.object;
-}
-
-int CountExtensionsWithCodeIn(const void* iBegin, const void* iEnd) {
-  int count = 0;
-  for (const auto& [extension, object] : TheRecords().extendedBy) {
-    const void* const table = VirtualTable(extension);
-    count += std::less_equal<>()(iBegin, table) && std::less<>()(table, iEnd);
-  }
-  return count;
 }

@@ -18,6 +18,3 @@ void SetExtendedObject(ZefBaseUnknown* iExtension, ZefBaseUnknown* iObject);
 
 // Destroys all extensions of an object whose last reference went.
 void DestroyExtensions(ZefBaseUnknown* iObject);
-
-// How many extensions are alive whose virtual table lies in [iBegin, iEnd).
-int CountExtensionsWithCodeIn(const void* iBegin, const void* iEnd);

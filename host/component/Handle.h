@@ -105,6 +105,10 @@ template <class T, class U>
 bool operator==(const Handle<T>& a, const Handle<U>& b) {
   return IsSameObject(a.Get(), b.Get());
 }
+// Without it the comparison would be one of interface addresses.
+template <class T, std::convertible_to<const ZefBaseUnknown*> P>
+requires std::is_pointer_v<P>
+bool operator==(const Handle<T>& handle, P object) { return IsSameObject(handle.Get(), object); }
 
 using ZefBaseUnknown_var = Handle<ZefBaseUnknown>;
 

@@ -1,15 +1,14 @@
 #include "host/component/ZefBaseUnknown.h"
 
 #include <cassert>
-#include <cstdlib>
 #include <cstring>
 #include <thread>
 
-#include "host/component/Allocation.h"
 #include "host/component/Callbacks.h"
 #include "host/component/Dictionary.h"
 #include "host/component/Extensions.h"
 #include "host/component/InteractiveThread.h"
+#include "host/component/LiveObjects.h"
 
 constinit const _GUID IID_IUnknown = NameIdentifier("IUnknown");
 constinit const _GUID IID_ZefBaseUnknown = NameIdentifier("ZefBaseUnknown");
@@ -29,12 +28,13 @@ bool ChainAnswers(const ZefMetaClass* meta, const _GUID& id) {
   return false;
 }
 
-const ZefBaseUnknown* Identity(const ZefBaseUnknown* object) {
-  const ZefBaseUnknown* const implementation = object->GetImpl(0);
-  return implementation ? implementation : object;
-}
-
 }  // namespace
+
+ZefBaseUnknown* IdentityOf(const ZefBaseUnknown* iObject) {
+  if (!iObject) return nullptr;
+  ZefBaseUnknown* const implementation = iObject->GetImpl(0);
+  return implementation ? implementation : const_cast<ZefBaseUnknown*>(iObject);
+}
 
 #ifndef NDEBUG
 void AssertInteractiveThread() {
@@ -53,7 +53,9 @@ HRESULT ZefBaseUnknown::QueryInterface(const _GUID& iIID, void** oPtr) {
   if (!oPtr) return E_FAIL;
   *oPtr = nullptr;
   ZefBaseUnknown* const extended = ExtendedObject(this);
-  if (ChainAnswers(GetMetaObject(), iIID) || (!extended && IsRootIdentifier(iIID))) {
+  if (IsRootIdentifier(iIID)) {
+    *oPtr = extended ? extended : this;
+  } else if (ChainAnswers(GetMetaObject(), iIID)) {
     *oPtr = this;
   } else if (extended) {
     return extended->QueryInterface(iIID, oPtr);
@@ -101,12 +103,12 @@ ZefBaseUnknown* ZefBaseUnknown::GetImpl(int) const {
   return bareExtension ? nullptr : const_cast<ZefBaseUnknown*>(this);
 }
 
-void ZefBaseUnknown::SetImpl(ZefBaseUnknown* iImpl) { SetExtendedObject(this, iImpl); }
+void ZefBaseUnknown::SetImpl(ZefBaseUnknown* iImpl) { SetExtendedObject(this, IdentityOf(iImpl)); }
 
 int ZefBaseUnknown::IsNull() const { return 0; }
 
 int ZefBaseUnknown::IsEqual(const ZefBaseUnknown* iOther) const {
-  return iOther && Identity(this) == Identity(iOther) ? 1 : 0;
+  return iOther && IdentityOf(this) == IdentityOf(iOther) ? 1 : 0;
 }
 
 ZefBaseUnknown* ZefBaseUnknown::QueryInterface(const char* iInterfaceName) {
@@ -130,8 +132,10 @@ ZefMetaClass* ZefBaseUnknown::MetaObject() {
   return meta;
 }
 
-void* ZefBaseUnknown::operator new(std::size_t size) noexcept { return AllocateOrNull(size); }
-void ZefBaseUnknown::operator delete(void* memory) noexcept { std::free(memory); }
+void* ZefBaseUnknown::operator new(std::size_t size) noexcept { return AllocateObject(size); }
+void ZefBaseUnknown::operator delete(void* memory) noexcept { FreeObject(memory); }
+
+unsigned int ZefBaseUnknown::ReferenceCount() const { return IdentityOf(this)->references_; }
 
 void ZefBaseUnknown::Note(ObjectRecord iRecord, bool iPresent) {
   const auto bit = static_cast<unsigned char>(iRecord);

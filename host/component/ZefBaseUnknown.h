@@ -73,8 +73,8 @@ class ZefBaseUnknown : public IUnknown {
   static void* operator new(std::size_t, void* place) noexcept { return place; }
   static void operator delete(void* memory) noexcept;
 
-  // Current count, for audits.
-  unsigned int ReferenceCount() const { return references_; }
+  // Current count of the object, whichever of its interfaces is asked; for audits.
+  unsigned int ReferenceCount() const;
 
   // For the platform's own book-keeping.
   bool Has(ObjectRecord iRecord) const { return records_ & static_cast<unsigned char>(iRecord); }
@@ -84,6 +84,10 @@ class ZefBaseUnknown : public IUnknown {
   unsigned int references_ = 1;
   unsigned char records_ = 0;
 };
+
+// The one object behind an interface or an extension, as it answers for IID_ZefBaseUnknown; no
+// reference taken, null for null.
+ZefBaseUnknown* IdentityOf(const ZefBaseUnknown* iObject);
 
 // Makes the n-th allocation from now on (1 is the next) through ZefBaseUnknown's, ZefMetaClass's or
 // ZefGraphicPrimitive's operator new answer null, once; 0 disarms.

@@ -1,18 +1,24 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "host/values/ZefListValZefBaseUnknown_var.h"
 
 // Walks a list: `for (auto activity : Each<ZefISPPActivity>(list))`. Each element is queried when
 // its turn comes; those that are null or do not answer the interface are passed over. The size is
-// read again on each step, so the list may grow or shrink meanwhile. No list is an empty one.
+// read again on each step, so the list may grow or shrink meanwhile. No list is an empty one; a
+// list that is handed in by value is kept, and freed with the walk.
 template <class I>
 class Each {
  public:
   explicit Each(const ZefListValZefBaseUnknown_var& iList) : list_(&iList) {}
   explicit Each(const ZefListValZefBaseUnknown_var* iList) : list_(iList) {}
   explicit Each(const std::unique_ptr<ZefListValZefBaseUnknown_var>& iList) : list_(iList.get()) {}
+  explicit Each(ZefListValZefBaseUnknown_var&& iList)
+      : Each(std::make_unique<ZefListValZefBaseUnknown_var>(std::move(iList))) {}
+  explicit Each(std::unique_ptr<ZefListValZefBaseUnknown_var>&& iList)
+      : kept_(std::move(iList)), list_(kept_.get()) {}
 
   struct End {};
   class Iterator {
@@ -36,5 +42,6 @@ class Each {
   End end() const { return {}; }
 
  private:
+  std::unique_ptr<ZefListValZefBaseUnknown_var> kept_;
   const ZefListValZefBaseUnknown_var* list_;
 };

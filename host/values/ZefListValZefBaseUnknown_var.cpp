@@ -17,8 +17,9 @@ ZefBaseUnknown_var ZefListValZefBaseUnknown_var::operator[](int iPosition) const
 }
 
 void ZefListValZefBaseUnknown_var::Append(const ZefBaseUnknown_var& iElement) {
-  elements_.push_back(iElement);
-  if (indexed_) index_.try_emplace(iElement.Get(), Size());
+  // The query gives the identity, whichever interface the handle was adopted with.
+  elements_.emplace_back(iElement.Get());
+  if (indexed_) index_.try_emplace(elements_.back().Get(), Size());
 }
 
 void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iList) {
@@ -27,15 +28,16 @@ void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iL
 }
 
 int ZefListValZefBaseUnknown_var::Locate(const ZefBaseUnknown_var& iElement, int iStart) const {
-  if (Size() <= kSmall) return Scan(iElement.Get(), iStart);
+  const ZefBaseUnknown* const identity = IdentityOf(iElement.Get());
+  if (Size() <= kSmall) return Scan(identity, iStart);
   if (!indexed_) BuildIndex();
-  const auto found = index_.find(iElement.Get());
+  const auto found = index_.find(identity);
   if (found == index_.end()) return 0;
-  return found->second >= iStart ? found->second : Scan(iElement.Get(), iStart);
+  return found->second >= iStart ? found->second : Scan(identity, iStart);
 }
 
 void ZefListValZefBaseUnknown_var::RemoveValue(const ZefBaseUnknown_var& iElement) {
-  RemovePosition(Scan(iElement.Get(), 1));
+  RemovePosition(Scan(IdentityOf(iElement.Get()), 1));
 }
 
 void ZefListValZefBaseUnknown_var::RemovePosition(int iPosition) {

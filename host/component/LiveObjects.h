@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+// Memory of counted objects. Each block is known while its object lives, so that audits can count
+// objects and a loader can ask whose code is still needed.
+
+// Null when memory is exhausted.
+void* AllocateObject(std::size_t iSize) noexcept;
+void FreeObject(void* iObject) noexcept;
+
+// Objects made with new that are alive, each counted once, whatever its number of interfaces.
+long CountLiveObjects();
+
+// How many of them have their virtual table in [iBegin, iEnd), extensions included.
+int CountObjectsWithCodeIn(const void* iBegin, const void* iEnd);
