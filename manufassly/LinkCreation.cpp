@@ -1,0 +1,5 @@
+#include "manufassly/TuvEUpdateManufAssly.h"
+
+void TuvEUpdateManufAssly::CreateProductLink(ZefSPPActivityNotification*&) {}
+
+void TuvEUpdateManufAssly::HandleDropOfFirstAssignedItems(ZefSPPActivityNotification*&) {}

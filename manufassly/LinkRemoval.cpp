@@ -1,0 +1,5 @@
+#include "manufassly/TuvEUpdateManufAssly.h"
+
+void TuvEUpdateManufAssly::RemoveProductLink(ZefSPPActivityNotification*&) {}
+
+void TuvEUpdateManufAssly::HandleDragOfAssignedItems(ZefSPPActivityNotification*&) {}

@@ -1,0 +1,4 @@
+#include "services/TuvBIWServices.h"
+
+TuvBIWServices::TuvBIWServices() = default;
+TuvBIWServices::~TuvBIWServices() = default;
