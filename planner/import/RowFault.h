@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace biwplan {
+
+// Why a row of a list cannot be used.
+enum class FaultKind {
+  ShortRow,
+  LongRow,
+  BadText,
+  DuplicateId,
+  BadNumber,
+  NotFinite,
+  UnknownWord,
+  MissingPart,
+  AmbiguousPart,
+  TooManyParts,
+  BrokenSeam,
+  DanglingReference,
+  Cycle,
+};
+
+// A few words for a summary: "short row".
+std::string_view Describe(FaultKind iKind);
+
+struct RowFault {
+  // From 1.
+  long line;
+  FaultKind kind;
+  // What is wrong and what would be right; names neither file nor line.
+  std::string text;
+};
+
+// Thrown while a row is read; whoever walks the rows turns it into a RowFault.
+class RowError : public std::runtime_error {
+ public:
+  RowError(FaultKind iKind, const std::string& iText);
+  FaultKind Kind() const { return kind_; }
+
+ private:
+  FaultKind kind_;
+};
+
+// InputError that lists every fault with its file and line; `iRead` is the number of rows read.
+// Does nothing when there is no fault.
+void RefuseFaults(const std::string& iSource, std::size_t iRead,
+                  const std::vector<RowFault>& iFaults);
+
+// "file, line 7: reason".
+std::string Located(const std::string& iSource, const RowFault& iFault);
+
+// The text between quotes, cut after some forty characters, control characters as blanks.
+std::string Quoted(std::string_view iText);
+
+}  // namespace biwplan

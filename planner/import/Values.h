@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace biwplan {
+
+inline constexpr std::size_t kMostNameBytes = 200;
+
+// Each throws a RowError that begins with the field's name `iField`.
+
+// A finite number with a decimal point.
+double ParseNumber(std::string_view iField, std::string_view iText);
+int ParseWholeNumber(std::string_view iField, std::string_view iText, int iLeast, int iMost);
+// The text itself: one line of at most kMostNameBytes, not empty.
+std::string_view CheckName(std::string_view iField, std::string_view iText);
+
+// Lower-case letters and digits alone: "Weld ID" and "weld_id" are both "weldid".
+std::string Folded(std::string_view iText);
+std::string_view Trimmed(std::string_view iText);
+// The trimmed pieces that are not empty.
+std::vector<std::string_view> Split(std::string_view iText, std::string_view iSeparators);
+
+}  // namespace biwplan
