@@ -10,9 +10,7 @@ namespace {
 constexpr int kShowAttribute = 7;
 
 void Empty(Zef3DRep* rep) {
-  auto* const bag = dynamic_cast<Zef3DBagRep*>(rep);
-  const list<Zef3DRep>* const children = bag ? bag->GetChildren() : nullptr;
-  while (children && children->Size() > 0) bag->RemoveChild((*children)[0]);
+  if (auto* const bag = dynamic_cast<Zef3DBagRep*>(rep)) bag->RemoveAllChildren();
 }
 
 }  // namespace
