@@ -67,7 +67,7 @@ HRESULT TuvBIWServices::AddPaskAssignmentToText(ZefBaseUnknown* iWeld, ZefUnicod
   ZefListValZefUnicodeString identifiers;
   if (!ListAssignments(iWeld, identifiers) || identifiers.Size() == 0) return E_FAIL;
   for (int i = 1; i <= identifiers.Size(); ++i) {
-    if (ioText.GetLengthInChar() > 0) ioText.Append(";");
+    if (ioText != "") ioText.Append(";");
     ioText.Append(identifiers[i]);
   }
   return S_OK;

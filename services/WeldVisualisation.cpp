@@ -227,15 +227,18 @@ void TuvBIWServices::CheckVisualizationOfKoraWelds(ZefListValZefBaseUnknown_var*
                                                    int iMode) {
   const TraceScope trace("TuvBIWServices::CheckVisualizationOfKoraWelds --> IN",
                          "TuvBIWServices::CheckVisualizationOfKoraWelds <-- OUT");
+  // Apart from the caller's list, which may be the one that is walked.
+  ZefListValZefBaseUnknown_var found;
   for (const auto& weld : Each<ZefBaseUnknown>(iWelds)) {
     if (!TuvISpotWeld_var(weld)) continue;
     Zef3DBagRep* const bag = BagOfWeld(weld);
     if (!bag) continue;
     const bool hasLabel = Succeeded(CheckForTuvBIWCustomRep(bag));
-    if (iMode != (hasLabel ? 0 : 1)) continue;
-    if (!ioWelds) ioWelds = new ZefListValZefBaseUnknown_var;
-    ioWelds->Append(weld);
+    if (iMode == (hasLabel ? 0 : 1)) found.Append(weld);
   }
+  if (found.Size() == 0) return;
+  if (!ioWelds) ioWelds = new ZefListValZefBaseUnknown_var;
+  ioWelds->Append(found);
 }
 
 void TuvBIWServices::HideShowWeldPointsInList(ZefListValZefBaseUnknown_var* iWelds,

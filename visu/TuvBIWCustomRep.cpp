@@ -80,16 +80,17 @@ HRESULT TuvBIWCustomRep::Build() {
   if (!weld_) return E_FAIL;
   id_ = TuvBIWServices::GetWeldID(weld_);
   if (id_.GetLengthInChar() == 0) return E_FAIL;
-  annotation_ = new Zef3DAnnotationTextGP(TextPosition(weld_), id_, BASE_LEFT, 0.0f, 0);
+  const ZefMathPointf position = TextPosition(weld_);
+  annotation_ = new Zef3DAnnotationTextGP(position, id_, BASE_LEFT, 0.0f, 0);
   AddGP(annotation_, attributeSet_);
   return E_FAIL;
 }
 
 ZefMetaClass* TuvBIWCustomRep::MetaObject() {
   if (!meta_object) {
-    meta_object = fct_RetrieveMetaObject("TuvBIWCustomRep", Implementation,
-                                         Zef3DCustomRep::MetaObject(), "Zefnull", FrameworkName,
-                                         sizeof(TuvBIWCustomRep));
+    meta_object =
+        fct_RetrieveMetaObject("TuvBIWCustomRep", Implementation, Zef3DCustomRep::MetaObject(),
+                               "Zefnull", FrameworkName, sizeof(TuvBIWCustomRep));
   }
   return meta_object;
 }
