@@ -1,4 +1,3 @@
-#include <memory>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -8,21 +7,14 @@
 #include "host/processdb/ZefIIPDDataMgt.h"
 #include "services/Received.h"
 #include "services/TuvBIWServices.h"
+#include "services/UnknownList.h"
 
 namespace {
 
-struct ReleaseAll {
-  void operator()(ZefListPtrIUnknown* objects) const {
-    TuvBIWServices::ClearUnknownList(objects);
-    delete objects;
-  }
-};
-using ObjectList = std::unique_ptr<ZefListPtrIUnknown, ReleaseAll>;
-
-ObjectList ParentsOf(IUnknown* object, ZefIIPDDataMgt& management) {
+UnknownList ParentsOf(IUnknown* object, ZefIIPDDataMgt& management) {
   ZefListPtrIUnknown* parents = nullptr;
   management.ListParents(object, parents, 0);
-  return ObjectList(parents);
+  return UnknownList(parents);
 }
 
 Handle<IUnknown> Keep(IUnknown* object) {
@@ -108,7 +100,7 @@ IUnknown* TuvBIWServices::GetParentErgoCompBaseProcess(IUnknown* iObject,
   if (!iObject || !iAdapter) return nullptr;
   const ZefIIPDDataMgt_var management = iObject;
   if (!management) return nullptr;
-  const ObjectList parents = ParentsOf(iObject, *management);
+  const UnknownList parents = ParentsOf(iObject, *management);
   for (int i = 1; parents && i <= parents->Size(); ++i) {
     IUnknown* const parent = (*parents)[i];
     IUnknown* base = nullptr;

@@ -3,6 +3,7 @@
 #include "frame/Export.h"
 #include "host/document/ZefDocument.h"
 #include "host/document/ZefIContainer.h"
+#include "host/fastening/TuvIBIWFastener.h"
 #include "host/process/ZefISPPActivity.h"
 #include "host/process/ZefISPPProcessContainer.h"
 #include "host/processdb/ZefIIPDAdapter.h"
@@ -56,6 +57,72 @@ class TUV_EXPORT TuvBIWServices : public ZefBaseUnknown {
   static void GetListOfAllClamps(_SEQUENCE_ZefBaseUnknown_ptr& ioClamps);
   static ZefListValZefBaseUnknown_var GetListOfAllPointFasteners(ZefDocument* iDocument);
 
+  // --- The flow and the tree of activities ---
+
+  // The labels from the one below the root down to the activity, joined by "->", replace the text.
+  // E_FAIL, and the text left alone, for an activity without parent.
+  static HRESULT GetActivityHierarchy(ZefISPPActivity* iActivity, ZefUnicodeString& ioText);
+  // The first previous activity or null. All of them are appended; a null list stays null.
+  static ZefISPPActivity_var GetPredecessorActivity(ZefISPPActivity_var iActivity,
+                                                    ZefListValZefBaseUnknown_var*& ioPredecessors);
+  // Replaces the list by the previous activities; without flow the list is left alone. E_FAIL for a
+  // null activity only, as the next two.
+  static HRESULT GetPredecessors(ZefISPPActivity_var iActivity,
+                                 ZefListValZefBaseUnknown_var& oPredecessors);
+  // Everything that comes before in the flow, each once, in the order of discovery. What the list
+  // holds already is neither added nor looked behind. The activity itself is listed on a ring.
+  static HRESULT GetAllPredecessors(ZefISPPActivity_var iActivity,
+                                    ZefListValZefBaseUnknown_var& ioPredecessors);
+  // Every activity below, each before those below it.
+  static HRESULT GetDescendants(ZefISPPActivity_var iActivity,
+                                ZefListValZefBaseUnknown_var& ioDescendants);
+  // All predecessors, then all below them, then the parent and what comes before it, up to the top.
+  // An activity is listed as often as it is reached; a null list stays null.
+  static void GetPreviousActivities(ZefISPPActivity_var iActivity,
+                                    ZefListValZefBaseUnknown_var*& ioActivities);
+
+  // --- Parts at an activity ---
+  // A null list stays null and nothing is collected, unless said otherwise.
+
+  // What previous activities bring, then the activity's own parts, then those of its children.
+  // Answers 0. Every path of the flow is walked: the cost doubles with each branch that joins
+  // again.
+  static int GetLoadedParts(const ZefISPPActivity_var& iActivity,
+                            ZefListValZefBaseUnknown_var*& ioParts);
+  // Products among the items with all products below them, unless the list has them already.
+  static void GetAssignedParts(ZefISPPActivity_var iActivity,
+                               ZefListValZefBaseUnknown_var*& ioParts);
+  static void GetPartsFromPreviousActs(const ZefISPPActivity_var& iActivity,
+                                       ZefListValZefBaseUnknown_var*& ioParts);
+  static void GetPartsFromChildrenActs(const ZefISPPActivity_var& iActivity,
+                                       ZefListValZefBaseUnknown_var*& ioParts);
+  // The products of the outputs. A null pointer gets a new list with the first one.
+  static void GetProductOutputsFromActivity(const ZefISPPActivity_var& iActivity,
+                                            ZefListValZefBaseUnknown_var*& ioParts);
+  // Direct children, with duplicates.
+  static void GetChildParts(ZefIProduct_var iProduct, ZefListValZefBaseUnknown_var*& ioParts);
+  // Everything below that the list does not hold yet.
+  static void GetAllChildParts(ZefIProduct_var iProduct, ZefListValZefBaseUnknown_var*& ioParts);
+  // The parts beside the first one of its part number, in the first product root that has it below.
+  static void GetSiblingParts(ZefIProduct_var iProduct, ZefListValZefBaseUnknown_var*& ioParts);
+  static int IsPartInList(ZefUnicodeString& iPartNumber, ZefListValZefBaseUnknown_var* iParts);
+  // Whether the list holds every part that the weld joins.
+  static int ArePartsLoaded(ZefBaseUnknown* iWeld, ZefListValZefBaseUnknown_var* iParts);
+  // Mode 1: whether the reference holds all candidates; mode 2: whether it holds any; any other
+  // mode: 1. Always 0 when one of the lists is empty.
+  static int CompareTwoLists(const ZefListValZefBaseUnknown_var& iReference,
+                             const ZefListValZefBaseUnknown_var& iCandidates, int iMode);
+
+  // --- Product outputs and first assignment ---
+
+  // A new manufacturing assembly with the activity's label becomes the product of a new output; it
+  // is appended also when no output could be made.
+  static void CreateProductOutput(ZefISPPActivity_var& iActivity,
+                                  ZefListValZefBaseUnknown_var& ioOutputs);
+  // Links every product that is an item as first assigned, once for each time it is listed.
+  static void AssignProductsAsFirstAssign(ZefISPPActivity_var& iActivity,
+                                          ZefListValZefBaseUnknown_var& iProducts);
+
   // --- Welds and their activities ---
 
   // Not offered: E_FAIL.
@@ -95,9 +162,8 @@ class TUV_EXPORT TuvBIWServices : public ZefBaseUnknown {
   static HRESULT AssignKoraWeld(ZefISPPActivity* iActivity, ZefBaseUnknown* iWeld);
   // S_OK when at least one weld was assigned. Welds that the activity carried before the call are
   // left out, with one warning for all of them; the last two arguments are not used.
-  static HRESULT AssignListOfWelds(ZefListValZefBaseUnknown_var* iWelds,
-                                   ZefISPPActivity* iActivity, ZefIProduct* iProduct,
-                                   unsigned char iFlag);
+  static HRESULT AssignListOfWelds(ZefListValZefBaseUnknown_var* iWelds, ZefISPPActivity* iActivity,
+                                   ZefIProduct* iProduct, unsigned char iFlag);
   // Both do their work and answer E_FAIL in every case.
   static HRESULT UnassignListOfWelds(ZefListValZefBaseUnknown_var* iWelds,
                                      ZefISPPActivity* iActivity);
@@ -105,6 +171,20 @@ class TUV_EXPORT TuvBIWServices : public ZefBaseUnknown {
                                 ZefListValZefBaseUnknown_var* iWelds);
   // Not offered: E_FAIL.
   static HRESULT Unassign(ZefISPPActivity* iActivity, ZefBaseUnknown* iWeld);
+
+  // --- Which fasteners an activity may get ---
+
+  // S_OK when the list holds every part that the weld joins, also when it joins none.
+  static HRESULT KoraWeldJointedPartsInList(TuvIBIWFastener* iWeld,
+                                            ZefListValZefBaseUnknown_var* iParts);
+  // With the part-load constraint on, takes out the fasteners whose parts are not loaded at the
+  // activity; of an "endo" fastener one loaded part is enough. Other elements stay.
+  static void ValidateListOfFastenersForAssignmentToActivity(
+      ZefListValZefBaseUnknown_var& ioFasteners, ZefISPPActivity_var iActivity);
+  // Whether the fastener belongs to a process version that goes with the activity's. 1 outside of a
+  // process database, and for a fastener without version.
+  static int IsValidProcessVersion(const ZefISPPActivity_var& iActivity,
+                                   TuvIBIWFastener_var& iFastener);
 
   // --- External process database ---
 
@@ -153,3 +233,8 @@ class TUV_EXPORT TuvBIWServices : public ZefBaseUnknown {
   // 1 shows, anything else hides; objects with a look of their own (2 and 3) are left alone.
   static void HideShowWeldPointsInList(ZefListValZefBaseUnknown_var* iWelds, unsigned char iShow);
 };
+
+// Searches the products below a root, depth first, for one with the product's part number, and
+// appends the parts beside the first one. 1 when there is one, also for a null list.
+TUV_EXPORT unsigned char GetSiblingPartsFromProduct(ZefIProduct_var iRoot, ZefIProduct_var iProduct,
+                                                    ZefListValZefBaseUnknown_var*& ioParts);

@@ -50,8 +50,7 @@ bool IsRepresented(const TuvIBIWFastener_var& fastener) {
 void RefreshDisplay(const TuvIBIWFastener_var& fastener, DisplayStatus status) {
   if (!IsRepresented(fastener)) return;
   const ZefBaseUnknown_var weld = fastener;
-  const bool hasLabel =
-      Succeeded(TuvBIWServices::CheckForTuvBIWCustomRep(BagOfWeld(weld)));
+  const bool hasLabel = Succeeded(TuvBIWServices::CheckForTuvBIWCustomRep(BagOfWeld(weld)));
   ZefListValZefBaseUnknown_var welds;
   if (hasLabel) welds.Append(weld);
   // The first call takes the label away, the second makes it anew in the weld's new look.
@@ -101,12 +100,11 @@ void WarnOfDuplicates() {
       ZefMsgCatalog::BuildMessage(kCatalog, "TitleDuplicateWarningId", nullptr, 0, "WARNING");
   auto* const dialog = new ZefDlgNotify(window, title, kWarningStyle);
   if (!dialog) return;
-  dialog->DisplayBlocked(
-      ZefMsgCatalog::BuildMessage(kCatalog, "DuplicateWarningId", nullptr, 0,
-                                  "Duplicated weld assignements to \n"
-                                  "the SAME activity are illegal and\n"
-                                  "ignored."),
-      title);
+  dialog->DisplayBlocked(ZefMsgCatalog::BuildMessage(kCatalog, "DuplicateWarningId", nullptr, 0,
+                                                     "Duplicated weld assignements to \n"
+                                                     "the SAME activity are illegal and\n"
+                                                     "ignored."),
+                         title);
 }
 
 void RedrawItems(const ZefISPPItemMgt_var& items) {

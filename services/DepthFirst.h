@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "host/component/Handle.h"
+#include "host/values/ZefListValZefBaseUnknown_var.h"
+
+// What a walk does after it met an object.
+enum class Onward { Below, Past, Stop };
+
+// Walks a tree of objects depth first, in the order of a recursive walk but without recursion:
+// trees are as deep as their author likes. An object on the current path is met but not entered
+// again, so rings end.
+//
+// `children(node)` answers a new list or null; `meet(child, list, position)` is called for each
+// child that answers the interface; `enter()` before the children of a node, `leave()` after them,
+// not when the walk was stopped. False when it was.
+template <class I, class Children, class Meet, class Enter, class Leave>
+bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& meet,
+                    const Enter& enter, const Leave& leave) {
+  struct Step {
+    Handle<I> node;
+    std::unique_ptr<ZefListValZefBaseUnknown_var> list;
+    int position = 0;
+  };
+  std::vector<Step> path;
+  std::unordered_set<const ZefBaseUnknown*> onPath;
+  const auto open = [&](const Handle<I>& node) {
+    if (!onPath.insert(IdentityOf(node)).second) return;
+    enter();
+    path.push_back({node, children(node)});
+  };
+  open(top);
+  while (!path.empty()) {
+    Step& step = path.back();
+    if (!step.list || ++step.position > step.list->Size()) {
+      onPath.erase(IdentityOf(step.node));
+      path.pop_back();
+      leave();
+      continue;
+    }
+    const Handle<I> child = (*step.list)[step.position];
+    if (!child) continue;
+    const Onward onward = meet(child, *step.list, step.position);
+    if (onward == Onward::Stop) return false;
+    if (onward == Onward::Below) open(child);
+  }
+  return true;
+}
+
+template <class I, class Children, class Meet>
+bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& meet) {
+  return WalkDepthFirst(
+      top, children, meet, [] {}, [] {});
+}
