@@ -3,9 +3,9 @@
 #include <cstdint>
 
 #include "frame/Export.h"
+#include "host/document/ZefIContainer.h"
 #include "host/process/ZefSPPActivityNotification.h"
 #include "host/process/ZefSPPActivityNotificationDispatcher.h"
-#include "host/document/ZefIContainer.h"
 #include "host/values/ZefUnicodeString.h"
 #include "manufassly/TuvIUpdateManufAssly.h"
 
@@ -56,12 +56,13 @@ class TUV_EXPORT TuvEUpdateManufAssly : public TuvIUpdateManufAssly {
   static ZefMetaClass* meta_object;
 
  private:
-  HRESULT FindPublisher(ZefIContainer_var& oContainer,
-                        ZefSPPActivityNotificationDispatcher*& oDispatcher);
+  TUV_INTERNAL HRESULT FindPublisher(ZefIContainer_var& oContainer,
+                                     ZefSPPActivityNotificationDispatcher*& oDispatcher);
   // Needs no object: making one would forget the subscription.
-  static void ShowWeldsUnassigned(const char* iEvent, void* iPublisher,
-                                  ZefNotification* iNotification, void* iData, long iCallback);
+  TUV_INTERNAL static void ShowWeldsUnassigned(const char* iEvent, void* iPublisher,
+                                               ZefNotification* iNotification, void* iData,
+                                               long iCallback);
 
   // One for all objects; 0 when no subscription is recorded.
-  static std::int32_t updateCallback_;
+  TUV_INTERNAL static std::int32_t updateCallback_;
 };
