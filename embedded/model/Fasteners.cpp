@@ -16,6 +16,7 @@ void FastenerFacet::Describe(const FastenerData& iData) {
   data_ = iData;
   for (Product* const part : data_.parts) parts_.Append(part->Identity());
   data_.parts.clear();
+  ShowStatus();
 }
 
 HRESULT FastenerFacet::GetRepresentedObject(ZefBaseUnknown*& oObject) {
@@ -28,12 +29,16 @@ HRESULT FastenerFacet::GetRepresentedObject(ZefBaseUnknown*& oObject) {
 HRESULT FastenerFacet::SetDisplayStatus(int iStatus, int) {
   if (FaultPoint::Strikes()) return E_FAIL;
   status_ = iStatus;
+  ShowStatus();
+  return S_OK;
+}
+
+void FastenerFacet::ShowStatus() {
   if (status_ == kAssignedStatus) {
     OwnLook().SetColour(0, 158, 115);
   } else {
     OwnLook().SetColour(213, 94, 0);
   }
-  return S_OK;
 }
 
 HRESULT FastenerFacet::GetJointedParts(ZefListValZefBaseUnknown_var& oParts) {

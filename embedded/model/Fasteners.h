@@ -55,6 +55,9 @@ class FastenerFacet : public TuvIBIWFastener {
   virtual Look& OwnLook() = 0;
 
  private:
+  // Draws the fastener in the colour of its status.
+  void ShowStatus();
+
   FastenerData data_;
   ZefListValZefBaseUnknown_var parts_;
   int status_ = kUnassignedStatus;

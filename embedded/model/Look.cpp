@@ -9,15 +9,15 @@ namespace {
 
 constexpr int kShowAttribute = 7;
 
-void Empty(Zef3DRep* rep) {
+void RemoveChildren(Zef3DRep* rep) {
   if (auto* const bag = dynamic_cast<Zef3DBagRep*>(rep)) bag->RemoveAllChildren();
 }
 
 }  // namespace
 
-Look::~Look() {
-  Empty(main_.Get());
-  Empty(further_.Get());
+void Look::Empty() {
+  RemoveChildren(main_.Get());
+  RemoveChildren(further_.Get());
 }
 
 Zef3DRep* Look::Main() {
@@ -51,9 +51,7 @@ HRESULT Look::Apply(const ZefNotification& iChange) {
 }
 
 void Look::SetColour(int iRed, int iGreen, int iBlue) {
-  colour_[0] = iRed;
-  colour_[1] = iGreen;
-  colour_[2] = iBlue;
+  colour_ = {iRed, iGreen, iBlue};
   if (main_) main_->SetColor(iRed, iGreen, iBlue, 255);
 }
 

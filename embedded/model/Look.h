@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "host/component/Handle.h"
 #include "host/component/ZefNotification.h"
 #include "host/visu/Zef3DBagRep.h"
@@ -13,11 +15,15 @@ class Look {
   Look() = default;
   Look(const Look&) = delete;
   Look& operator=(const Look&) = delete;
+  ~Look() { Empty(); }
+
   // Takes everything out of the representations: what was put there may point back at the object.
-  ~Look();
+  void Empty();
 
   // Made on the first demand; null when the object has no representation.
   Zef3DRep* Main();
+  // The main representation as far as it was made; null before.
+  Zef3DRep* MadeMain() const { return main_.Get(); }
   // A second one for further windows; made anew after it was destroyed by the last parent.
   Zef3DRep* Further();
   void SetRepresented(bool iRepresented) { represented_ = iRepresented; }
@@ -33,14 +39,15 @@ class Look {
   int ShowAttribute() const { return values_.GetShowAttr(); }
   void SetShowAttribute(int iShow) { values_.SetShowAttr(iShow); }
 
-  // 0 to 255 each.
+  // 0 to 255 each; all -1 before a colour was set.
   void SetColour(int iRed, int iGreen, int iBlue);
+  const std::array<int, 3>& Colour() const { return colour_; }
 
  private:
   Handle<Zef3DRep> main_;
   Handle<Zef3DRep> further_;
   ZefVisPropertiesValues values_;
-  int colour_[3] = {-1, -1, -1};
+  std::array<int, 3> colour_{-1, -1, -1};
   bool represented_ = true;
   bool custom_ = false;
 };
