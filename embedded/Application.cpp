@@ -1,0 +1,108 @@
+#include "embedded/Application.h"
+
+#include <utility>
+
+#include "embedded/scene/Place.h"
+#include "host/component/FaultPoint.h"
+
+namespace embedded {
+
+Application::Application(DialogPresenter& iDialogs)
+    : dialogs_(iDialogs),
+      editor_(Make<Editor>()),
+      current_(editor_),
+      frame_(Make<WindowFrame>()),
+      layout_(Make<Layout>(*frame_)),
+      visManager_(Make<embedded::VisManager>()) {
+  MainViewer().ShowSetsOf(*editor_);
+  Install(this);
+}
+
+Application::~Application() {
+  Edit({});
+  Idle();
+  if (&Installed() == this) Install(nullptr);
+}
+
+void Application::Edit(Owned<Document> iDocument) {
+  EndScene();
+  editor_->SetDocument(iDocument.Get());
+  MainViewer().ShowDocument(iDocument.Get());
+  edited_ = std::move(iDocument);
+}
+
+void Application::EndScene() {
+  frame_->CloseFurtherWindows();
+  editor_->EmptySets();
+  MainViewer().Empty();
+  MainViewer().ShowSetsOf(*editor_);
+  if (!edited_) return;
+  for (const auto& product : edited_->Products()) product->Display().Empty();
+  for (const auto& assembly : edited_->Assemblies()) assembly->Display().Empty();
+  for (const auto& feature : edited_->Features()) {
+    if (auto* const displayed = ObjectAs<Displayed>(feature.Get())) displayed->Display().Empty();
+  }
+}
+
+void Application::SetEnvironment(const std::string& iName, std::optional<std::string> iValue) {
+  environment_[iName] = std::move(iValue);
+}
+
+Editor* Application::CurrentEditor() { return FaultPoint::Strikes() ? nullptr : current_.Get(); }
+
+ZefApplicationFrame* Application::Frame() {
+  return windowless_ || FaultPoint::Strikes() ? nullptr : frame_.Get();
+}
+
+ZefFrmLayout* Application::CurrentLayout() {
+  return windowless_ || FaultPoint::Strikes() ? nullptr : layout_.Get();
+}
+
+ZefVisManager* Application::VisManager() {
+  return FaultPoint::Strikes() ? nullptr : visManager_.Get();
+}
+
+Zef3DViewer* Application::CreateViewer(ZefFrmWindow*, ZefFrmEditor*) {
+  return FaultPoint::Strikes() ? nullptr : Make<Viewer>().Detach();
+}
+
+void Application::Reframe(ZefHSO& iSet, Zef3DViewer* iViewer) {
+  auto* const viewer = dynamic_cast<Viewer*>(iViewer);
+  const std::optional<Box> extent = ExtentOf(iSet);
+  if (viewer && extent) viewer->Frame(extent);
+}
+
+int Application::ShowDialog(const DialogRequest& iRequest) { return dialogs_.Show(iRequest); }
+
+bool Application::HasCatalog(const std::string& iCatalog) {
+  return !FaultPoint::Strikes() && catalogs_.Has(iCatalog);
+}
+
+bool Application::FindMessage(const std::string& iCatalog, const std::string& iKey,
+                              std::string& oText) {
+  const std::string* const text = FaultPoint::Strikes() ? nullptr : catalogs_.Find(iCatalog, iKey);
+  if (text) oText = *text;
+  return text != nullptr;
+}
+
+const char* Application::Environment(const char* iName) {
+  const auto known = iName ? environment_.find(iName) : environment_.end();
+  if (known == environment_.end()) return HostApplication::Environment(iName);
+  return known->second ? known->second->c_str() : nullptr;
+}
+
+HRESULT Application::PartLoadConstraint(unsigned char& oOn) {
+  if (!partLoadConstraint_ || FaultPoint::Strikes()) return E_FAIL;
+  oOn = *partLoadConstraint_ ? 1 : 0;
+  return S_OK;
+}
+
+HRESULT Application::CreateMfgAssembly(ZefDocument* iDocument, TuvIMfgAssembly** oAssembly) {
+  ZefDocument* const current = current_ ? current_->GetDocument() : nullptr;
+  auto* const document = ObjectAs<Document>(iDocument ? iDocument : current);
+  if (!oAssembly || !document || FaultPoint::Strikes()) return E_FAIL;
+  *oAssembly = Handle<TuvIMfgAssembly>(document->AddAssembly().Identity()).Detach();
+  return S_OK;
+}
+
+}  // namespace embedded
