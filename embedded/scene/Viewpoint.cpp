@@ -2,7 +2,18 @@
 
 #include <algorithm>
 
+#include "host/visu/ZefIVisu.h"
+
 namespace embedded {
+
+namespace {
+
+Zef3DRep* FurtherRepOf(ZefBaseUnknown* object) {
+  const ZefIVisu_var shown = object;
+  return shown ? shown->GetRep() : nullptr;
+}
+
+}  // namespace
 
 void Viewpoint::Attach(Zef3DRep* iRep) {
   if (iRep) representations_[iRep] = iRep;
@@ -13,7 +24,10 @@ void Viewpoint::Detach(Zef3DRep* iRep) { representations_.Remove(iRep); }
 void Viewpoint::Attach(ZefPathElement* iPath, const ZefListValIID& iInterfaces) {
   if (!iPath || !iPath->GetObject() || iInterfaces.Size() == 0) return;
   ShownObject& shown = objects_[iPath->GetObject()];
-  if (!shown.path) shown.path = iPath;
+  if (!shown.path) {
+    shown.path = iPath;
+    shown.representation = FurtherRepOf(iPath->GetObject());
+  }
   for (int i = 1; i <= iInterfaces.Size(); ++i) {
     std::vector<_GUID>& known = shown.interfaces;
     const bool isKnown = std::find(known.begin(), known.end(), iInterfaces[i]) != known.end();

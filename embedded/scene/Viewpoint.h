@@ -17,9 +17,11 @@ namespace embedded {
 // the viewpoint ends. Attaching again changes nothing.
 class Viewpoint : public Zef3DViewpoint {
  public:
-  // An object and the interfaces through which it is shown, at least one, each once.
+  // An object, the interfaces through which it is shown, at least one, each once, and what shows
+  // it: a representation apart from that of the main view, null when it gave none.
   struct ShownObject {
     Handle<ZefPathElement> path;
+    Handle<Zef3DRep> representation;
     std::vector<_GUID> interfaces;
   };
 
