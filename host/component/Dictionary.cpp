@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "host/component/Extensions.h"
 
@@ -23,6 +24,8 @@ struct Dictionary {
   std::unordered_map<std::string, ZefMetaClass*> classes;
   std::unordered_map<std::string, ZefMetaClass*> interfacesByName;
   std::map<_GUID, ZefMetaClass*, IdentifierOrder> interfaces;
+  // Replaced when their library was loaded anew; others may still hold them.
+  std::vector<ZefMetaClass*> replaced;
   // By interface first: most interfaces have no factory at all.
   std::map<_GUID, std::map<std::string, ExtensionFactory, std::less<>>, IdentifierOrder> factories;
   // Grows only, so that no meta-object ever moves.
@@ -41,7 +44,9 @@ bool NamesNoType(const std::string& type) {
 
 void MakeKnown(const _GUID& id, const char* name, ZefMetaClass* meta) {
   if (!meta) return;
-  TheDictionary().interfaces[id] = meta;
+  ZefMetaClass*& known = TheDictionary().interfaces[id];
+  if (known && known != meta) TheDictionary().replaced.push_back(known);
+  known = meta;
   TheDictionary().interfacesByName[name] = meta;
 }
 

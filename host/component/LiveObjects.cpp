@@ -58,11 +58,14 @@ void FreeObject(void* iObject) noexcept {
 
 long CountLiveObjects() { return live; }
 
-int CountObjectsWithCodeIn(const void* iBegin, const void* iEnd) {
-  int count = 0;
+std::vector<const std::type_info*> ClassesOfObjectsWithCodeIn(const void* iBegin,
+                                                              const void* iEnd) {
+  std::vector<const std::type_info*> classes;
   for (const Block* block = Shown(head.next); block; block = Shown(block->next)) {
     const void* const table = VirtualTable(block);
-    count += std::less_equal<>()(iBegin, table) && std::less<>()(table, iEnd);
+    if (std::less<>()(table, iBegin) || std::less_equal<>()(iEnd, table)) continue;
+    // The class's type stands in front of the functions.
+    classes.push_back(static_cast<const std::type_info* const*>(table)[-1]);
   }
-  return count;
+  return classes;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <typeinfo>
+#include <vector>
 
 // Memory of counted objects. Each block is known while its object lives, so that audits can count
 // objects and a loader can ask whose code is still needed.
@@ -12,5 +14,5 @@ void FreeObject(void* iObject) noexcept;
 // Objects made with new that are alive, each counted once, whatever its number of interfaces.
 long CountLiveObjects();
 
-// How many of them have their virtual table in [iBegin, iEnd), extensions included.
-int CountObjectsWithCodeIn(const void* iBegin, const void* iEnd);
+// The class of each of them that has its virtual table in [iBegin, iEnd), extensions included.
+std::vector<const std::type_info*> ClassesOfObjectsWithCodeIn(const void* iBegin, const void* iEnd);
