@@ -1,0 +1,2 @@
+// Linked so that the system never takes it out of memory again.
+extern "C" int Pinned() { return 1; }

@@ -1,0 +1,3 @@
+// Needs a function that nothing defines.
+int MissingFromEveryLibrary();
+extern "C" int Unresolved() { return MissingFromEveryLibrary(); }
