@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+#include <map>
+
+#include "services/TuvBIWActivityIntelligenceServices.h"
+#include "tests/support/EditedPlant.h"
+#include "tests/support/HostFailures.h"
+#include "tests/support/ReferenceAudit.h"
+#include "tests/support/TraceRecorder.h"
+
+namespace {
+
+using Intelligence = TuvBIWActivityIntelligenceServices;
+using Strings = std::vector<std::string>;
+using Task = tests::Plant::Task;
+
+class Welder : public TuvIBIWActivityWelding {
+ public:
+  HRESULT UpdateCycleTime() final { return Update("welding"); }
+  virtual HRESULT Update(const char* iAs) = 0;
+};
+
+class SeamMaker : public TuvIBIWActivityCurveFastening {
+ public:
+  HRESULT UpdateCycleTime() final { return Update("seams"); }
+  virtual HRESULT Update(const char* iAs) = 0;
+};
+
+// An activity that welds and makes seams. When it is contrary, the code of a query says the
+// opposite of its pointer.
+class Robot : public ComponentObject<ZefISPPActivity, Welder, SeamMaker> {
+ public:
+  using ComponentObject::QueryInterface;
+  ZefMetaClass* GetMetaObject() const override { return ZefBaseUnknown::MetaObject(); }
+  HRESULT GetParentActivity(ZefISPPAbstractActivity_var&) override { return E_FAIL; }
+  ZefUnicodeString GetLabel() override { return {}; }
+  HRESULT Update(const char* iAs) override {
+    updates.push_back(iAs);
+    return E_FAIL;
+  }
+  HRESULT QueryInterface(const _GUID& iIID, void** oPtr) override {
+    const HRESULT result = ComponentObject::QueryInterface(iIID, oPtr);
+    if (!isContrary) return result;
+    return *oPtr ? E_FAIL : S_OK;
+  }
+
+  bool isContrary = false;
+  Strings updates;
+};
+
+class CycleTimeTest : public tests::ReferenceAudit {};
+
+TEST_F(CycleTimeTest, AnActivityIsUpdatedAsEachOfItsKindsWeldingFirst) {
+  const struct {
+    bool welds, makesSeams;
+    HRESULT result;
+    Strings updates;
+  } cases[] = {{true, true, S_OK, {"welding", "seams"}},
+               {true, false, S_OK, {"welding"}},
+               {false, true, S_OK, {"seams"}},
+               {false, false, E_FAIL, {}}};
+  for (const bool isContrary : {false, true}) {
+    for (const auto& c : cases) {
+      SCOPED_TRACE(testing::Message() << &c - cases << (isContrary ? " contrary" : ""));
+      const auto robot = embedded::MakeOwned<Robot>();
+      robot->isContrary = isContrary;
+      robot->AnswerInterface(IID_TuvIBIWActivityWelding, c.welds);
+      robot->AnswerInterface(IID_TuvIBIWActivityCurveFastening, c.makesSeams);
+      EXPECT_EQ(Intelligence::UpdateCycleTimeForWelding(robot.Get()), c.result);
+      EXPECT_EQ(robot->updates, c.updates);
+      EXPECT_EQ(robot->Identity()->ReferenceCount(), 1u);
+    }
+  }
+  EXPECT_EQ(Intelligence::UpdateCycleTimeForWelding(nullptr), E_FAIL);
+}
+
+// Two welding operations, one for seams, one for neither; 12 s each, 3 s for a weld, 15 mm/s.
+class Line : public tests::EditedPlant {
+ public:
+  Line() {
+    Station("ST1");
+    auto& welding = Operation("WELDING");
+    Operation("MOVING", Task::None);
+    auto& seams = Operation("SEAMS", Task::CurveFastening);
+    Assign(welding, Weld("SW-1"));
+    Assign(welding, Weld("SW-2"));
+    Assign(seams, Seam("SEAM-1", {{0, 0, 0}, {30, 40, 0}, {30, 40, 100}}));
+    Forget();
+  }
+  void Forget() {
+    for (const auto& activity : Document()->Activities()) activity->SetCycleTime(-1);
+  }
+  std::map<std::string, double> Times() const {
+    std::map<std::string, double> times;
+    for (const auto& activity : Document()->Activities()) {
+      times[activity->Key()] = activity->CycleTime();
+    }
+    return times;
+  }
+};
+
+const std::map<std::string, double> kUpdated = {
+    {"Process", -1}, {"ST1", -1}, {"WELDING", 18}, {"MOVING", -1}, {"SEAMS", 22}};
+
+TEST_F(CycleTimeTest, EveryActivityOfTheCurrentDocumentButTheRootIsUpdated) {
+  Line line;
+  tests::TraceRecorder trace;
+  EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), S_OK);
+  EXPECT_EQ(line.Times(), kUpdated);
+  EXPECT_EQ(trace.Take(), (Strings{"TuvBIWServices::GetListOfAllActivities --> IN",
+                                   "TuvBIWServices::GetCurrentDocument --> IN",
+                                   "TuvBIWServices::GetCurrentDocument <-- OUT",
+                                   "TuvBIWServices::GetListOfAllActivities <-- OUT"}));
+  EXPECT_EQ(Intelligence::UpdateCycleTimeForWelding(&line.Root()), E_FAIL);
+  EXPECT_EQ(trace.Take(), Strings());
+  line.application.SetCurrentEditor(nullptr);
+  EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), E_FAIL);
+}
+
+TEST_F(CycleTimeTest, TheListOfActivitiesDecidesWhetherTheUpdateSucceeds) {
+  tests::EditedPlant plant;
+  EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), E_FAIL) << "the root is alone";
+  plant.Operation("MOVING", Task::None);
+  EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), S_OK) << "there is nothing to update";
+  plant.application.Edit(embedded::MakeOwned<embedded::Document>(tests::Plant::Kind::Product));
+  EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), E_FAIL) << "there is no process";
+}
+
+TEST_F(CycleTimeTest, NoFailureOfTheHostLosesAReferenceOrTheUpdateAfterwards) {
+  Line line;
+  tests::ReferenceSnapshot before{line.Document()->Identity()};
+  for (const auto& activity : line.Document()->Activities()) before.Add(activity->Identity());
+  const long alive = CountLiveObjects();
+  const auto update = [&] {
+    Intelligence::UpdateAllCycleTimeActivities();
+    for (auto* const operation : line.Operations()) {
+      Intelligence::UpdateCycleTimeForWelding(operation);
+    }
+  };
+  const long met = tests::ForEachHostFailure(update, [&] {
+    ASSERT_EQ(before.Differences(), "");
+    ASSERT_EQ(CountLiveObjects(), alive);
+    line.Forget();
+    update();
+    ASSERT_EQ(line.Times(), kUpdated);
+    line.Forget();
+  });
+  RecordProperty("host_failures", static_cast<int>(met));
+  EXPECT_GT(met, 50);
+}
+
+}  // namespace
