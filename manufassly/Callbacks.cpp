@@ -1,4 +1,5 @@
 #include "host/component/Callbacks.h"
+
 #include "host/document/ZefISpecObject.h"
 #include "host/fastening/TuvIBIWFastener.h"
 #include "host/process/ZefISPPActivity.h"
@@ -39,7 +40,7 @@ HRESULT TuvEUpdateManufAssly::AddUpdateCallback() {
   ZefIContainer_var container;
   ZefSPPActivityNotificationDispatcher* dispatcher = nullptr;
   if (Failed(FindPublisher(container, dispatcher))) return E_FAIL;
-  updateCallback_ = static_cast<std::int32_t>(
+  _UpdateAsslyCB = static_cast<std::int32_t>(
       AddCallback(this, dispatcher, dispatcher->GetSPPViewsChange(),
                   {this, &TuvEUpdateManufAssly::UpdateAutoManufAsslyCB}, nullptr));
   return S_OK;
@@ -50,8 +51,8 @@ HRESULT TuvEUpdateManufAssly::RemoveUpdateCallback() {
   ZefIContainer_var container;
   ZefSPPActivityNotificationDispatcher* dispatcher = nullptr;
   if (Failed(FindPublisher(container, dispatcher))) return E_FAIL;
-  RemoveCallback(container->GetImpl(0), dispatcher, updateCallback_);
-  updateCallback_ = 0;
+  RemoveCallback(container->GetImpl(0), dispatcher, _UpdateAsslyCB);
+  _UpdateAsslyCB = 0;
   return S_OK;
 }
 
@@ -65,7 +66,7 @@ HRESULT TuvEUpdateManufAssly::AddWeldColorUpdateCallback() {
 }
 
 HRESULT TuvEUpdateManufAssly::ReturnZefCallbackStatus(long& oCallback) {
-  oCallback = updateCallback_;
+  oCallback = _UpdateAsslyCB;
   return S_OK;
 }
 

@@ -5,9 +5,9 @@
 constinit const _GUID IID_TuvIUpdateManufAssly = NameIdentifier(TuvIUpdateManufAssly::Name);
 
 constinit ZefMetaClass* TuvEUpdateManufAssly::meta_object = nullptr;
-constinit std::int32_t TuvEUpdateManufAssly::updateCallback_ = 0;
+constinit std::int32_t TuvEUpdateManufAssly::_UpdateAsslyCB = 0;
 
-TuvEUpdateManufAssly::TuvEUpdateManufAssly() { updateCallback_ = 0; }
+TuvEUpdateManufAssly::TuvEUpdateManufAssly() { _UpdateAsslyCB = 0; }
 TuvEUpdateManufAssly::~TuvEUpdateManufAssly() = default;
 
 ZefMetaClass* TuvEUpdateManufAssly::MetaObject() {

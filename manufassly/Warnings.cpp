@@ -47,11 +47,9 @@ Warning Compose(ZefMsgCatalog& catalog, ZefUnicodeString& ioNames, const ZefUnic
   }
   Warning warning{Text(catalog, "ErrorMessage.Title"), {}};
   if (id == "MultipleActsInFlow") {
-    warning.message =
-        Text(catalog, "ErrorMessageProcessFlow") + ioNames + "\n" + Text(catalog, id);
+    warning.message = Text(catalog, "ErrorMessageProcessFlow") + ioNames + "\n" + Text(catalog, id);
   } else if (id == "MultipleProductOutput") {
-    warning.message =
-        Text(catalog, "ErrorMessageProductFlow") + ioNames + "\n" + Text(catalog, id);
+    warning.message = Text(catalog, "ErrorMessageProductFlow") + ioNames + "\n" + Text(catalog, id);
   } else if (id == "MAIsChild") {
     warning.message = Recursion(catalog, ioNames);
   }

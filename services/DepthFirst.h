@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "host/component/Handle.h"
@@ -11,14 +10,29 @@
 // What a walk does after it met an object.
 enum class Onward { Below, Past, Stop };
 
-// Walks a tree of objects depth first, in the order of a recursive walk but without recursion:
-// trees are as deep as their author likes. An object on the current path is met but not entered
-// again, so rings end.
+// Refuses to enter an object that is on the current path, so that rings end.
+class PathGuard {
+ public:
+  bool Enter(const ZefBaseUnknown* iIdentity) { return onPath_.insert(iIdentity).second; }
+  void Leave(const ZefBaseUnknown* iIdentity) { onPath_.erase(iIdentity); }
+
+ private:
+  std::unordered_set<const ZefBaseUnknown*> onPath_;
+};
+
+// For walks that end in another way.
+struct NoGuard {
+  bool Enter(const ZefBaseUnknown*) const { return true; }
+  void Leave(const ZefBaseUnknown*) const {}
+};
+
+// Walks objects depth first, in the order of a recursive walk but without recursion: trees and
+// flows are as deep as their author likes.
 //
 // `children(node)` answers a new list or null; `meet(child, list, position)` is called for each
 // child that answers the interface; `enter()` before the children of a node, `leave()` after them,
 // not when the walk was stopped. False when it was.
-template <class I, class Children, class Meet, class Enter, class Leave>
+template <class Guard = PathGuard, class I, class Children, class Meet, class Enter, class Leave>
 bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& meet,
                     const Enter& enter, const Leave& leave) {
   struct Step {
@@ -27,9 +41,9 @@ bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& 
     int position = 0;
   };
   std::vector<Step> path;
-  std::unordered_set<const ZefBaseUnknown*> onPath;
+  Guard guard;
   const auto open = [&](const Handle<I>& node) {
-    if (!onPath.insert(IdentityOf(node)).second) return;
+    if (!guard.Enter(IdentityOf(node))) return;
     enter();
     path.push_back({node, children(node)});
   };
@@ -37,7 +51,7 @@ bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& 
   while (!path.empty()) {
     Step& step = path.back();
     if (!step.list || ++step.position > step.list->Size()) {
-      onPath.erase(IdentityOf(step.node));
+      guard.Leave(IdentityOf(step.node));
       path.pop_back();
       leave();
       continue;
@@ -51,8 +65,8 @@ bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& 
   return true;
 }
 
-template <class I, class Children, class Meet>
+template <class Guard = PathGuard, class I, class Children, class Meet>
 bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& meet) {
-  return WalkDepthFirst(
+  return WalkDepthFirst<Guard>(
       top, children, meet, [] {}, [] {});
 }

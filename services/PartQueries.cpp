@@ -1,5 +1,4 @@
 #include <memory>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -60,12 +59,12 @@ class WalkBack {
   };
 
   void Enter(const ZefISPPActivity_var& activity) {
-    if (!activity || !onPath_.insert(IdentityOf(activity)).second) return;
+    if (!activity || !guard_.Enter(IdentityOf(activity))) return;
     path_.push_back({activity, PreviousActivities(activity)});
   }
 
   void Leave() {
-    onPath_.erase(IdentityOf(path_.back().activity));
+    guard_.Leave(IdentityOf(path_.back().activity));
     path_.pop_back();
   }
 
@@ -88,7 +87,7 @@ class WalkBack {
 
   ZefListValZefBaseUnknown_var*& parts_;
   std::vector<Step> path_;
-  std::unordered_set<const ZefBaseUnknown*> onPath_;
+  PathGuard guard_;
 };
 
 }  // namespace
@@ -148,7 +147,8 @@ void TuvBIWServices::GetAllChildParts(ZefIProduct_var iProduct,
     ioParts->Append(child);
     return child->GetChildrenCount() != 0 ? Onward::Below : Onward::Past;
   };
-  WalkDepthFirst(
+  // What is listed is not entered again, so rings end.
+  WalkDepthFirst<NoGuard>(
       iProduct, ChildProducts, append, [] { TuvKelBIWUtilsTrace.TraPutLN(kChildPartsEntry); },
       [] { TuvKelBIWUtilsTrace.TraPutLN(kChildPartsExit); });
 }
