@@ -1,8 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <exception>
+#include <gtest/gtest.h>
 
 #include "host/component/FaultPoint.h"
 #include "host/component/Handle.h"

@@ -2,6 +2,8 @@
 
 #include <random>
 
+#include "tests/support/PlantTest.h"
+
 namespace tests {
 
 namespace {
@@ -132,6 +134,24 @@ std::vector<std::string> Names(const ZefListValZefBaseUnknown_var& list) {
     names.push_back(named ? named->Key() : element ? "?" : "null");
   }
   return names;
+}
+
+Strings Lines(std::initializer_list<std::string> operations) {
+  Strings lines;
+  for (const std::string& operation : operations) {
+    const std::string name = "TuvBIWServices::" + operation;
+    if (operation.front() == '=') {
+      lines.push_back(operation.substr(1));
+    } else if (operation.front() == '<') {
+      lines.push_back("TuvBIWServices::" + operation.substr(1) + " <-- OUT");
+    } else if (operation.back() == '>') {
+      lines.push_back(name.substr(0, name.size() - 1) + " --> IN");
+    } else {
+      lines.push_back(name + " --> IN");
+      lines.push_back(name + " <-- OUT");
+    }
+  }
+  return lines;
 }
 
 }  // namespace tests
