@@ -1,5 +1,6 @@
 #include "embedded/dialog/CatalogFile.h"
 
+#include <cstdint>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -40,12 +41,14 @@ class CatalogReader {
   std::string ReadBytes() {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file_, error)) FailFile("it must be a readable file");
+    const std::uintmax_t size = std::filesystem::file_size(file_, error);
     std::ifstream stream(file_, std::ios::binary);
-    std::string bytes(kMostBytes + 1, '\0');
+    if (error || !stream) FailFile("it must be a readable file");
+    if (size > kMostBytes) FailFile("it must have at most 1 MiB");
+    std::string bytes(static_cast<std::size_t>(size), '\0');
     stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!stream.is_open() || stream.bad()) FailFile("it must be a readable file");
+    if (stream.bad()) FailFile("it must be a readable file");
     bytes.resize(static_cast<std::size_t>(stream.gcount()));
-    if (bytes.size() > kMostBytes) FailFile("it must have at most 1 MiB");
     return bytes;
   }
 
