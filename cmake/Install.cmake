@@ -2,6 +2,10 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS TuvHost TuvKelBIWUtils TuvEmbeddedHost EXPORT TuvKelBIWUtilsTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+file(RELATIVE_PATH TUV_BINDIR_TO_LIBDIR /prefix/${CMAKE_INSTALL_BINDIR}
+     /prefix/${CMAKE_INSTALL_LIBDIR})
+set_target_properties(biwplan PROPERTIES INSTALL_RPATH "$ORIGIN/${TUV_BINDIR_TO_LIBDIR}")
+set_target_properties(TuvKelBIWUtils TuvEmbeddedHost PROPERTIES INSTALL_RPATH "$ORIGIN")
 install(TARGETS biwplan RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 foreach(room host frame services visu manufassly embedded)
   install(DIRECTORY ${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TuvKelBIWUtils
@@ -20,6 +24,8 @@ install(FILES ${PROJECT_BINARY_DIR}/TuvKelBIWUtilsConfig.cmake
               ${PROJECT_BINARY_DIR}/TuvKelBIWUtilsConfigVersion.cmake
         DESTINATION ${package_dir})
 
+# The installed tree can be moved: nothing in it names its place.
+file(RELATIVE_PATH TUV_LIBDIR_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR} /prefix)
 configure_file(cmake/TuvKelBIWUtils.pc.in ${PROJECT_BINARY_DIR}/TuvKelBIWUtils.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/TuvKelBIWUtils.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

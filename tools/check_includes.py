@@ -18,6 +18,7 @@ ALLOWED = {
     "embedded": {"host", "embedded"},
     "planner": {"host", "embedded", "planner"} | PLUGIN,
     "tests": {"host", "embedded", "planner", "tests"} | PLUGIN,
+    "examples": {"host", "embedded"} | PLUGIN,
     "bench": {"host", "embedded", "planner", "tests", "bench"} | PLUGIN,
 }
 
