@@ -11,8 +11,9 @@ namespace biwplan {
 
 namespace {
 
-constexpr std::array<std::string_view, 10> kOtherUnits = {
-    "m", "cm", "um", "in", "inch", "inches", "ft", "rad", "radian", "radians"};
+constexpr std::array<std::string_view, 19> kOtherUnits = {
+    "m",  "cm",  "um",      "in",  "inch",  "inches", "ft", "rad",     "radian", "radians",
+    "ms", "cms", "minutes", "min", "mpers", "mmin",   "h",  "mpermin", "mmmin"};
 constexpr std::array<std::string_view, 3> kUnitSuffixes = {"mm", "degrees", "deg"};
 
 // "x [mm]", "X_mm" and "x" are one name; "x [inch]" is another.
@@ -92,7 +93,8 @@ void RefuseMissing(const std::string& place, const ColumnMap& map,
   }
   if (missing.empty()) return;
   throw embedded::InputError(place + ": no column is headed " + missing +
-                             "; the first row names the columns, which may be " + known);
+                             "; the first row names the columns (" + known +
+                             "), unless their order is declared");
 }
 
 }  // namespace
@@ -101,7 +103,9 @@ ColumnMap MapColumns(const std::string& iPlace, const std::vector<std::string_vi
                      const std::vector<ColumnSpec>& iSpecs) {
   ColumnFinder finder(iPlace, iHeader);
   ColumnMap map;
-  map.width = iHeader.size();
+  const auto last = std::find_if(iHeader.rbegin(), iHeader.rend(),
+                                 [](std::string_view name) { return !name.empty(); });
+  map.width = static_cast<std::size_t>(iHeader.rend() - last);
   for (const ColumnSpec& spec : iSpecs) map.positions.push_back(finder.Take(spec));
   RefuseMissing(iPlace, map, iSpecs);
   map.ignored = finder.Ignored();

@@ -15,13 +15,15 @@ struct ColumnSpec {
   // The header names for it, folded (see Values.h); the first one that a list has counts.
   std::vector<std::string_view> names;
   bool isRequired = false;
+  // As the last column of a list it takes all further fields of a row, too.
+  bool takesRest = false;
 };
 
 // Where a list has its columns.
 struct ColumnMap {
   // For each ColumnSpec its position in a row, from 0.
   std::vector<std::optional<std::size_t>> positions;
-  // Fields in the header.
+  // Fields in the header, up to the last one with a name.
   std::size_t width = 0;
   // Header names that no column goes by.
   std::vector<std::string> ignored;

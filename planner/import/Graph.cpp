@@ -90,4 +90,14 @@ std::vector<std::size_t> SortNodes(const Graph& iNext) {
   return sorted;
 }
 
+std::vector<std::size_t> Levels(const Graph& iNext) {
+  std::vector<std::size_t> levels(iNext.size(), 1);
+  for (const std::size_t node : SortNodes(iNext)) {
+    for (const std::size_t next : iNext[node]) {
+      levels[next] = std::max(levels[next], levels[node] + 1);
+    }
+  }
+  return levels;
+}
+
 }  // namespace biwplan

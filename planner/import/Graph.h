@@ -14,4 +14,7 @@ std::vector<std::vector<std::size_t>> FindCycles(const Graph& iNext, std::size_t
 // Every node of a graph without cycles before those that follow it, otherwise by position.
 std::vector<std::size_t> SortNodes(const Graph& iNext);
 
+// For each node of a graph without cycles how many nodes the longest way to it has, 1 at a start.
+std::vector<std::size_t> Levels(const Graph& iNext);
+
 }  // namespace biwplan

@@ -26,6 +26,8 @@ std::vector<std::string_view> OrderNames(std::string_view order) {
   return names;
 }
 
+constexpr double kLeastPositive = 0.001;
+
 std::size_t FirstRowWidth(std::istream& stream, const std::string& source, char delimiter) {
   CsvOptions options;
   options.delimiter = delimiter;
@@ -73,20 +75,34 @@ ListReader::ListReader(std::istream& iStream, const std::string& iSource,
       isOrderDeclared_(!iOrder.empty()) {
   if (isOrderDeclared_) {
     map_ = MapColumns("the declared column order " + Quoted(iOrder), OrderNames(iOrder), specs_);
-  } else if (csv_.Next()) {
-    map_ = MapColumns(csv_.Place(), csv_.Fields(), specs_);
   } else {
-    throw InputError(iSource + ": the list is empty; its first row must name the columns");
+    ReadHeader();
   }
   FindLastRequired();
+}
+
+void ListReader::ReadHeader() {
+  bool hasRow = csv_.Next();
+  // Spreadsheets declare their delimiter like this.
+  if (hasRow && csv_.Fields().front().starts_with("sep=")) hasRow = csv_.Next();
+  if (!hasRow) {
+    throw InputError(source_ + ": the list is empty; its first row must name the columns");
+  }
+  map_ = MapColumns(csv_.Place(), csv_.Fields(), specs_);
 }
 
 void ListReader::FindLastRequired() {
   for (std::size_t i = 0; i < specs_.size(); ++i) {
     if (!map_.positions[i]) continue;
     lastUsed_ = std::max(lastUsed_, *map_.positions[i]);
+    isOpenEnded_ = isOpenEnded_ || TakesRest(i);
     if (specs_[i].isRequired) lastRequired_ = std::max(lastRequired_, *map_.positions[i]);
   }
+}
+
+bool ListReader::TakesRest(std::size_t column) const {
+  return specs_[column].takesRest && map_.positions[column] &&
+         *map_.positions[column] + 1 == map_.width;
 }
 
 void ListReader::RequireOneOf(const std::vector<std::size_t>& iColumns) {
@@ -120,7 +136,7 @@ void ListReader::CheckLength() {
                                             "must be there");
   }
   if (fields.size() <= lastUsed_) ++shortened_;
-  if (isOrderDeclared_ || fields.size() <= map_.width) return;
+  if (isOrderDeclared_ || isOpenEnded_ || fields.size() <= map_.width) return;
   const auto extra = fields.begin() + static_cast<std::ptrdiff_t>(map_.width);
   if (std::all_of(extra, fields.end(), [](std::string_view field) { return field.empty(); }))
     return;
@@ -134,6 +150,13 @@ std::string_view ListReader::Text(std::size_t iColumn) const {
   const std::optional<std::size_t> position = map_.positions[iColumn];
   if (!position || *position >= csv_.Fields().size()) return {};
   return csv_.Fields()[*position];
+}
+
+std::vector<std::string_view> ListReader::Texts(std::size_t iColumn) const {
+  if (!TakesRest(iColumn)) return {Text(iColumn)};
+  const std::vector<std::string_view>& fields = csv_.Fields();
+  const std::size_t first = std::min(*map_.positions[iColumn], fields.size());
+  return {fields.begin() + static_cast<std::ptrdiff_t>(first), fields.end()};
 }
 
 double ListReader::Number(std::size_t iColumn) const {
@@ -151,9 +174,9 @@ std::optional<double> ListReader::OptionalNumber(std::size_t iColumn) const {
 
 std::optional<double> ListReader::PositiveNumber(std::size_t iColumn) const {
   const std::optional<double> number = OptionalNumber(iColumn);
-  if (!number || *number > 0) return number;
+  if (!number || *number >= kLeastPositive) return number;
   throw RowError(FaultKind::BadNumber, std::string(FieldName(iColumn)) + " is " +
-                                           Quoted(Text(iColumn)) + "; it must be greater than 0");
+                                           Quoted(Text(iColumn)) + "; it must be at least 0.001");
 }
 
 std::optional<double> ListReader::NonNegativeNumber(std::size_t iColumn) const {

@@ -38,13 +38,15 @@ class ListReader {
   bool Has(std::size_t iColumn) const { return map_.positions[iColumn].has_value(); }
   // The field of the row, valid until Next; empty when the row or the list has none.
   std::string_view Text(std::size_t iColumn) const;
+  // The same with the fields behind it, when it is the last column and takes the rest.
+  std::vector<std::string_view> Texts(std::size_t iColumn) const;
   std::string_view FieldName(std::size_t iColumn) const { return specs_[iColumn].field; }
 
   // RowError unless the field is a number.
   double Number(std::size_t iColumn) const;
   double NumberOr(std::size_t iColumn, double iDefault) const;
   std::optional<double> OptionalNumber(std::size_t iColumn) const;
-  // Greater than 0, or not negative.
+  // At least 0.001, or not negative.
   std::optional<double> PositiveNumber(std::size_t iColumn) const;
   std::optional<double> NonNegativeNumber(std::size_t iColumn) const;
   // As many numbers as `iColumns` has columns, or none at all when each field is empty.
@@ -54,12 +56,15 @@ class ListReader {
   std::vector<std::string> Notes() const;
 
  private:
+  void ReadHeader();
   void FindLastRequired();
+  bool TakesRest(std::size_t column) const;
 
   std::string source_;
   std::vector<ColumnSpec> specs_;
   embedded::CsvReader csv_;
   bool isOrderDeclared_;
+  bool isOpenEnded_ = false;
   ColumnMap map_;
   std::size_t lastRequired_ = 0;
   std::size_t lastUsed_ = 0;

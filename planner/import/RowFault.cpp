@@ -1,5 +1,8 @@
 #include "planner/import/RowFault.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "embedded/Error.h"
 
 namespace biwplan {
@@ -7,6 +10,8 @@ namespace biwplan {
 namespace {
 
 constexpr std::size_t kQuotedBytes = 40;
+// A list without a single good row needs no line for each.
+constexpr std::size_t kMostListed = 1000;
 
 bool ContinuesCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
@@ -30,9 +35,9 @@ std::string_view Describe(FaultKind iKind) {
       return "unknown type";
     case FaultKind::MissingPart:
       return "missing part";
-    case FaultKind::AmbiguousPart:
+    case FaultKind::AmbiguousName:
       return "ambiguous part";
-    case FaultKind::TooManyParts:
+    case FaultKind::TooManyNames:
       return "too many parts";
     case FaultKind::BrokenSeam:
       return "broken seam";
@@ -42,6 +47,16 @@ std::string_view Describe(FaultKind iKind) {
       return "cycle";
   }
   return "fault";
+}
+
+void RowFaults::Add(long iLine, FaultKind iKind, std::string iText) {
+  faults_.push_back({iLine, iKind, std::move(iText)});
+}
+
+std::vector<RowFault> RowFaults::Sorted() && {
+  std::stable_sort(faults_.begin(), faults_.end(),
+                   [](const RowFault& a, const RowFault& b) { return a.line < b.line; });
+  return std::move(faults_);
 }
 
 RowError::RowError(FaultKind iKind, const std::string& iText)
@@ -55,8 +70,13 @@ void RefuseFaults(const std::string& iSource, std::size_t iRead,
                   const std::vector<RowFault>& iFaults) {
   if (iFaults.empty()) return;
   std::string text = iSource + ": nothing is imported, because " + std::to_string(iFaults.size()) +
-                     " of " + std::to_string(iRead) + " rows cannot be used:";
-  for (const RowFault& fault : iFaults) text += "\n" + Located(iSource, fault);
+                     (iFaults.size() == 1 ? " fault was" : " faults were") + " found in " +
+                     std::to_string(iRead) + " rows:";
+  const std::size_t listed = std::min(iFaults.size(), kMostListed);
+  for (std::size_t i = 0; i < listed; ++i) text += "\n" + Located(iSource, iFaults[i]);
+  if (listed < iFaults.size()) {
+    text += "\n... and " + std::to_string(iFaults.size() - listed) + " more";
+  }
   throw embedded::InputError(text);
 }
 

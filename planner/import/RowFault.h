@@ -18,8 +18,8 @@ enum class FaultKind {
   NotFinite,
   UnknownWord,
   MissingPart,
-  AmbiguousPart,
-  TooManyParts,
+  AmbiguousName,
+  TooManyNames,
   BrokenSeam,
   DanglingReference,
   Cycle,
@@ -36,6 +36,22 @@ struct RowFault {
   std::string text;
 };
 
+class RowError;
+
+// What is wrong with a list, row by row.
+class RowFaults {
+ public:
+  void Add(long iLine, FaultKind iKind, std::string iText);
+  // Runs what reads a row; a RowError becomes a fault and answers false.
+  template <class Use>
+  bool Try(long iLine, const Use& iUse);
+  // By line.
+  std::vector<RowFault> Sorted() &&;
+
+ private:
+  std::vector<RowFault> faults_;
+};
+
 // Thrown while a row is read; whoever walks the rows turns it into a RowFault.
 class RowError : public std::runtime_error {
  public:
@@ -46,8 +62,19 @@ class RowError : public std::runtime_error {
   FaultKind kind_;
 };
 
-// InputError that lists every fault with its file and line; `iRead` is the number of rows read.
-// Does nothing when there is no fault.
+template <class Use>
+bool RowFaults::Try(long iLine, const Use& iUse) {
+  try {
+    iUse();
+    return true;
+  } catch (const RowError& error) {
+    Add(iLine, error.Kind(), error.what());
+    return false;
+  }
+}
+
+// InputError that lists the faults with file and line; `iRead` is the number of rows read. Does
+// nothing when there is no fault.
 void RefuseFaults(const std::string& iSource, std::size_t iRead,
                   const std::vector<RowFault>& iFaults);
 

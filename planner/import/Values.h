@@ -11,9 +11,8 @@ inline constexpr std::size_t kMostNameBytes = 200;
 
 // Each throws a RowError that begins with the field's name `iField`.
 
-// A finite number with a decimal point.
+// A finite number with a decimal point, a million at most in magnitude.
 double ParseNumber(std::string_view iField, std::string_view iText);
-int ParseWholeNumber(std::string_view iField, std::string_view iText, int iLeast, int iMost);
 // The text itself: one line of at most kMostNameBytes, not empty.
 std::string_view CheckName(std::string_view iField, std::string_view iText);
 

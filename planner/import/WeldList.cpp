@@ -1,7 +1,10 @@
 #include "planner/import/WeldList.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <set>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -40,7 +43,9 @@ std::vector<ColumnSpec> WeldColumns() {
       {"z", {"z", "posz", "zpos", "coordz", "zcoord", "positionz", "zposition", "pz"}, true},
       {"parts",
        {"parts", "partids", "part", "partnumbers", "partnames", "partlist", "joinedparts", "joins",
-        "components", "sheets", "panels"}},
+        "components", "sheets", "panels"},
+       false,
+       true},
       {"part1", {"part1", "partid1", "part1id", "sheet1"}},
       {"part2", {"part2", "partid2", "part2id", "sheet2"}},
       {"part3", {"part3", "partid3", "part3id", "sheet3"}},
@@ -53,9 +58,12 @@ std::vector<ColumnSpec> WeldColumns() {
   };
 }
 
+// Names in a note.
+constexpr std::size_t kMostNoted = 5;
+
 class WeldListImport {
  public:
-  WeldListImport(std::istream& stream, const std::string& source, const PartIndex& parts,
+  WeldListImport(std::istream& stream, const std::string& source, const NameIndex& parts,
                  const WeldListOptions& options)
       : reader_(stream, source, WeldColumns(), options.columnOrder), parts_(parts) {
     list_.source = source;
@@ -65,33 +73,28 @@ class WeldListImport {
   WeldList Run() {
     while (reader_.Next(WeldList::kMostRows)) {
       id_.clear();
-      try {
-        ReadRow();
-      } catch (const RowError& error) {
-        Drop(reader_.Line(), error.Kind(), error.what());
-        broken_.try_emplace(id_, reader_.Line());
-      }
+      const bool isRead = faults_.Try(reader_.Line(), [this] { ReadRow(); });
+      if (!isRead) broken_.try_emplace(id_, reader_.Line());
     }
     DropBrokenSeams();
-    Finish();
+    list_.rowsRead = reader_.RowsRead();
+    list_.dropped = std::move(faults_).Sorted();
+    TakeNotes();
     return std::move(list_);
   }
 
  private:
-  void Drop(long line, FaultKind kind, std::string text) {
-    list_.dropped.push_back({line, kind, std::move(text)});
-  }
-
   void ReadRow() {
     id_ = reader_.Text(Id).substr(0, kMostNameBytes);
     reader_.CheckLength();
     CheckName(reader_.FieldName(Id), reader_.Text(Id));
-    const WeldType& type = FindWeldType(reader_.Text(Type));
-    const auto known = lines_.find(id_);
-    if (known != lines_.end()) return AddPoint(list_.welds[known->second], type);
+    const WeldType type = FindWeldType(reader_.Text(Type));
+    const auto known = places_.find(id_);
+    if (known != places_.end()) return AddPoint(list_.welds[known->second], type);
 
     WeldRow weld = NewWeld(type);
-    lines_.emplace(id_, list_.welds.size());
+    if (!type.isKnown && unknownTypes_.size() < kMostNoted) unknownTypes_.insert(Quoted(type.name));
+    places_.emplace(id_, list_.welds.size());
     list_.welds.push_back(std::move(weld));
   }
 
@@ -105,7 +108,8 @@ class WeldListImport {
     weld.angles = {reader_.NumberOr(Rx, 0), reader_.NumberOr(Ry, 0), reader_.NumberOr(Rz, 0)};
     weld.diameter = reader_.PositiveNumber(Diameter);
     weld.parts = JoinedParts();
-    if (weld.parts.empty()) {
+    const bool joins = type.shape == WeldShape::Point || type.shape == WeldShape::Curve;
+    if (joins && weld.parts.empty()) {
       throw RowError(FaultKind::MissingPart, "no part is named; a weld names the parts it joins");
     }
     if (type.shape == WeldShape::Curve) weld.points.push_back({weld.line, weld.position});
@@ -119,16 +123,19 @@ class WeldListImport {
   std::vector<std::size_t> JoinedParts() const {
     std::vector<std::size_t> parts;
     for (const Column column : {Parts, Part1, Part2, Part3, Part4}) {
-      parts_.Resolve(reader_.Text(column), parts);
+      for (const std::string_view text : reader_.Texts(column)) {
+        parts_.Resolve(text, parts, WeldList::kMostParts);
+      }
     }
     return parts;
   }
 
   void AddPoint(WeldRow& seam, const WeldType& type) const {
-    if (seam.shape == WeldShape::Point || seam.type != type.name) {
-      throw RowError(FaultKind::DuplicateId, "the id " + Quoted(seam.id) + " already names a " +
-                                                 std::string(seam.type) + " weld on line " +
-                                                 std::to_string(seam.line) + "; ids are unique");
+    const bool isSameType = reader_.Text(Type).empty() || seam.type == type.name;
+    if (seam.shape != WeldShape::Curve || !isSameType) {
+      throw RowError(FaultKind::DuplicateId, "the id " + Quoted(seam.id) + " stands on line " +
+                                                 std::to_string(seam.line) +
+                                                 " already; give each weld an id of its own");
     }
     const std::vector<std::size_t> parts = JoinedParts();
     if (!parts.empty() && parts != seam.parts) {
@@ -142,10 +149,12 @@ class WeldListImport {
   // A seam with a point missing would lie elsewhere, so it is kept whole or not at all.
   void DropBrokenSeams() {
     std::erase_if(list_.welds, [this](const WeldRow& weld) {
-      if (weld.shape == WeldShape::Point) return false;
+      if (weld.shape != WeldShape::Curve) return false;
       const std::string reason = WhyBroken(weld);
       if (reason.empty()) return false;
-      for (const SeamPoint& point : weld.points) Drop(point.line, FaultKind::BrokenSeam, reason);
+      for (const SeamPoint& point : weld.points) {
+        faults_.Add(point.line, FaultKind::BrokenSeam, reason);
+      }
       return true;
     });
   }
@@ -161,38 +170,55 @@ class WeldListImport {
            " has one point; it needs two or more, each a row with the same id";
   }
 
-  void Finish() {
-    std::stable_sort(list_.dropped.begin(), list_.dropped.end(),
-                     [](const RowFault& a, const RowFault& b) { return a.line < b.line; });
-    list_.rowsRead = reader_.RowsRead();
+  void TakeNotes() {
     list_.notes = reader_.Notes();
-    const auto single = std::count_if(list_.welds.begin(), list_.welds.end(),
-                                      [](const WeldRow& weld) { return weld.parts.size() == 1; });
-    if (single == 0) return;
-    list_.notes.push_back(list_.source + ": " + std::to_string(single) +
-                          " welds name one part alone");
+    const auto single =
+        std::count_if(list_.welds.begin(), list_.welds.end(), [](const WeldRow& weld) {
+          return weld.shape != WeldShape::Locator && weld.shape != WeldShape::Clamp &&
+                 weld.parts.size() == 1;
+        });
+    if (single > 0) Note(std::to_string(single) + " welds name one part alone");
+    if (unknownTypes_.empty()) return;
+    std::string names;
+    for (const std::string& name : unknownTypes_) names += (names.empty() ? "" : ", ") + name;
+    Note("types not known, kept for point welds: " + names);
   }
 
+  void Note(const std::string& text) { list_.notes.push_back(list_.source + ": " + text); }
+
   ListReader reader_;
-  const PartIndex& parts_;
+  const NameIndex& parts_;
   WeldList list_;
-  std::unordered_map<std::string, std::size_t> lines_;
+  RowFaults faults_;
+  std::unordered_map<std::string, std::size_t> places_;
   // Ids of rows that could not be used, with the first such line.
   std::unordered_map<std::string, long> broken_;
   std::string id_;
+  std::set<std::string> unknownTypes_;
 };
+
+// "52 point welds, 2 seams".
+std::string CountByShape(const std::vector<WeldRow>& welds) {
+  constexpr std::array<std::string_view, 4> kNames = {"point welds", "seams", "locating points",
+                                                      "clamping points"};
+  std::array<std::size_t, kNames.size()> counts{};
+  for (const WeldRow& weld : welds) ++counts[static_cast<std::size_t>(weld.shape)];
+  std::string text;
+  for (std::size_t shape = 0; shape < kNames.size(); ++shape) {
+    const bool isWeld = shape < 2;
+    if (counts[shape] == 0 && !isWeld) continue;
+    text += (text.empty() ? "" : ", ") + std::to_string(counts[shape]) + ' ' +
+            std::string(kNames[shape]);
+  }
+  return text;
+}
 
 }  // namespace
 
 std::string WeldList::Summary() const {
-  const auto seams = std::count_if(welds.begin(), welds.end(), [](const WeldRow& weld) {
-    return weld.shape == WeldShape::Curve;
-  });
-  const auto points = static_cast<std::ptrdiff_t>(welds.size()) - seams;
   std::string text = source + ": " + std::to_string(rowsRead) + " rows read, " +
-                     std::to_string(rowsRead - dropped.size()) + " kept (" +
-                     std::to_string(points) + " welds at points, " + std::to_string(seams) +
-                     " seams), " + std::to_string(dropped.size()) + " dropped";
+                     std::to_string(rowsRead - dropped.size()) + " kept (" + CountByShape(welds) +
+                     "), " + std::to_string(dropped.size()) + " dropped";
   std::map<FaultKind, std::size_t> reasons;
   for (const RowFault& fault : dropped) ++reasons[fault.kind];
   std::string_view lead = ": ";
@@ -203,7 +229,7 @@ std::string WeldList::Summary() const {
   return text;
 }
 
-WeldList ReadWeldList(std::istream& iStream, const std::string& iSource, const PartIndex& iParts,
+WeldList ReadWeldList(std::istream& iStream, const std::string& iSource, const NameIndex& iParts,
                       const WeldListOptions& iOptions) {
   WeldList list = WeldListImport(iStream, iSource, iParts, iOptions).Run();
   if (iOptions.isStrict) RefuseFaults(iSource, list.rowsRead, list.dropped);

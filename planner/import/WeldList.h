@@ -5,10 +5,9 @@
 #include <istream>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "planner/import/PartIndex.h"
+#include "planner/import/NameIndex.h"
 #include "planner/import/RowFault.h"
 #include "planner/import/WeldTypes.h"
 
@@ -21,12 +20,13 @@ struct SeamPoint {
   std::array<double, 3> position;
 };
 
-// A weld of a list: one row, or for a seam one row per point.
+// A weld of a list: one row, or for a seam one row per point. Locating and clamping points stand in
+// the list like welds.
 struct WeldRow {
   long line = 0;
   std::string id;
   // "spot", "endo", "seam", ...; see WeldTypes.h.
-  std::string_view type;
+  std::string type;
   WeldShape shape = WeldShape::Point;
   // mm; the first point of a seam.
   std::array<double, 3> position{};
@@ -34,7 +34,7 @@ struct WeldRow {
   std::array<double, 3> angles{};
   // mm.
   std::optional<double> diameter;
-  // The joined parts, as the PartIndex numbers them.
+  // The joined parts, as the index numbers them; only locating and clamping points may have none.
   std::vector<std::size_t> parts;
   // Every point of a seam, in the order of the rows; empty for a point weld.
   std::vector<SeamPoint> points;
@@ -49,6 +49,8 @@ struct WeldListOptions {
 
 struct WeldList {
   static constexpr std::size_t kMostRows = 1'000'000;
+  // The parts that a weld joins at most.
+  static constexpr std::size_t kMostParts = 8;
 
   std::string source;
   // In the order of the list.
@@ -59,13 +61,13 @@ struct WeldList {
   std::vector<std::string> notes;
   std::size_t rowsRead = 0;
 
-  // "file: 62 rows read, 58 kept (52 welds at points, 2 seams), 4 dropped: 1 missing part, ...".
+  // "file: 62 rows read, 58 kept (52 point welds, 2 seams), 4 dropped: 1 missing part, ...".
   std::string Summary() const;
 };
 
 // Reads a weld list; docs/formats.md describes it. InputError for text that is no such list, and in
 // strict mode for any row that cannot be used.
-WeldList ReadWeldList(std::istream& iStream, const std::string& iSource, const PartIndex& iParts,
+WeldList ReadWeldList(std::istream& iStream, const std::string& iSource, const NameIndex& iParts,
                       const WeldListOptions& iOptions = {});
 
 }  // namespace biwplan
