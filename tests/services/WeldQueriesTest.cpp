@@ -171,7 +171,7 @@ TEST_F(WeldQueriesTest, AnActivityBelowItselfIsNotEnteredAgain) {
 
 TEST_F(WeldQueriesTest, AVeryDeepTreeIsWalkedToItsEnd) {
   Activity* deepest = &plant.Root();
-  for (int i = 0; i < 50000; ++i) {
+  for (int i = 0; i < 30000; ++i) {
     deepest = &plant.Operation("OP" + std::to_string(i), Task::None, deepest);
   }
   plant.Assign(*deepest, plant.Weld("SW-1"));

@@ -136,7 +136,7 @@ std::vector<std::string> Names(const ZefListValZefBaseUnknown_var& list) {
   return names;
 }
 
-Strings Lines(std::initializer_list<std::string> operations) {
+Strings Lines(const Strings& operations) {
   Strings lines;
   for (const std::string& operation : operations) {
     const std::string name = "TuvBIWServices::" + operation;
@@ -152,6 +152,12 @@ Strings Lines(std::initializer_list<std::string> operations) {
     }
   }
   return lines;
+}
+
+Strings Joined(std::initializer_list<Strings> parts) {
+  Strings joined;
+  for (const Strings& part : parts) joined.insert(joined.end(), part.begin(), part.end());
+  return joined;
 }
 
 }  // namespace tests

@@ -47,6 +47,7 @@ class PlantTest : public ReferenceAudit {
 
 // The lines of operations one after another; "X" stands for the entry and exit lines of
 // TuvBIWServices::X, "X>" and "<X" for one of them, and "=text" for the text alone.
-Strings Lines(std::initializer_list<std::string> operations);
+Strings Lines(const Strings& operations);
+Strings Joined(std::initializer_list<Strings> parts);
 
 }  // namespace tests
