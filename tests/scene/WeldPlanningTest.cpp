@@ -36,17 +36,16 @@ TEST_F(WeldPlanningTest, ADuplicateIsWarnedOfInTheUsersLanguageAndTheRestIsAssig
   EXPECT_EQ(Assign(tests::ListOf(*first, *second)), S_OK);
   application->Catalogs().SetLanguage("de");
   EXPECT_EQ(Assign(tests::ListOf(*first, *second)), E_FAIL);
-  const std::pair<std::string, std::string> expected[] = {
-      {"WARNING", "Duplicated weld assignements to \nthe SAME activity are illegal and\nignored."},
-      {"WARNUNG",
-       "Ein Schweißpunkt kann DERSELBEN Aktivität\nnicht mehrfach zugeordnet werden.\n"
-       "Doppelte Zuordnungen wurden übergangen."}};
-  ASSERT_EQ(dialogs.Shown().size(), std::size(expected));
-  for (std::size_t i = 0; i < std::size(expected); ++i) {
-    const DialogRequest& shown = dialogs.Shown()[i];
-    EXPECT_EQ(shown.title, expected[i].first);
-    EXPECT_EQ(shown.name, expected[i].first);
-    EXPECT_EQ(shown.message, expected[i].second);
+  ASSERT_EQ(dialogs.Shown().size(), 2u);
+  EXPECT_EQ(dialogs.Shown()[0].title, "WARNING");
+  EXPECT_EQ(dialogs.Shown()[0].message,
+            "Duplicated weld assignements to \nthe SAME activity are illegal and\nignored.");
+  EXPECT_EQ(dialogs.Shown()[1].title, "WARNUNG");
+  EXPECT_EQ(dialogs.Shown()[1].message,
+            "Ein Schweißpunkt kann DERSELBEN Aktivität\nnicht mehrfach zugeordnet werden.\n"
+            "Doppelte Zuordnungen wurden übergangen.");
+  for (const DialogRequest& shown : dialogs.Shown()) {
+    EXPECT_EQ(shown.name, shown.title);
     EXPECT_EQ(shown.style, 0x8100200u);
     EXPECT_EQ(shown.parent, &application->Windows().Main());
   }
