@@ -27,6 +27,7 @@ class Look {
   // A second one for further windows; made anew after it was destroyed by the last parent.
   Zef3DRep* Further();
   void SetRepresented(bool iRepresented) { represented_ = iRepresented; }
+  bool IsRepresented() const { return represented_; }
   // Replaces the main representation by one that is not a bag, or by null.
   void ReplaceMain(Zef3DRep* iRep) {
     main_ = iRep;

@@ -1,0 +1,97 @@
+#include "embedded/storage/JsonWriter.h"
+
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+#include "embedded/Error.h"
+#include "embedded/storage/JsonText.h"
+#include "embedded/storage/Utf8.h"
+
+namespace embedded {
+
+namespace {
+
+constexpr std::size_t kDepthOfLines = 2;
+constexpr std::size_t kLongestNumber = 32;
+
+template <class Value>
+void AppendNumber(std::string& json, Value number) {
+  char digits[kLongestNumber];
+  json.append(digits, std::to_chars(digits, digits + kLongestNumber, number).ptr);
+}
+
+}  // namespace
+
+void JsonWriter::BreakLine() {
+  if (depth_ > kDepthOfLines) return;
+  json_ += '\n';
+  json_.append(2 * depth_, ' ');
+}
+
+void JsonWriter::Separate() {
+  if (std::exchange(isAfterKey_, false)) return;
+  const bool isFirst = std::exchange(isFirst_, false);
+  if (!isFirst) json_ += depth_ > kDepthOfLines ? ", " : ",";
+  if (depth_ > 0) BreakLine();
+}
+
+void JsonWriter::Begin(char bracket) {
+  Separate();
+  json_ += bracket;
+  ++depth_;
+  isFirst_ = true;
+}
+
+void JsonWriter::End(char bracket) {
+  --depth_;
+  const bool isEmpty = std::exchange(isFirst_, false);
+  if (!isEmpty && depth_ < kDepthOfLines) BreakLine();
+  json_ += bracket;
+}
+
+void JsonWriter::Key(std::string_view iKey) {
+  key_ = iKey;
+  Separate();
+  json_.append("\"").append(iKey).append("\": ");
+  isAfterKey_ = true;
+}
+
+void JsonWriter::Text(std::string_view iText) {
+  if (!IsUtf8(iText)) throw InputError(Quoted(key_) + " is not UTF-8 text");
+  Separate();
+  json_ += '"';
+  AppendJsonText(json_, iText);
+  json_ += '"';
+}
+
+void JsonWriter::Number(double iNumber, const NumberRange& iRange) {
+  if (!(iNumber >= iRange.lowest && iNumber <= iRange.highest)) {
+    std::string what = Quoted(key_) + " is ";
+    AppendNumber(what, iNumber);
+    AppendNumber(what += " and must lie between ", iRange.lowest);
+    AppendNumber(what += " and ", iRange.highest);
+    throw InputError(what);
+  }
+  Separate();
+  AppendNumber(json_, iNumber);
+  // Without a fraction it would be read as the whole number 0, which has no sign.
+  if (iNumber == 0 && std::signbit(iNumber)) json_ += ".0";
+}
+
+void JsonWriter::Integer(int iNumber) {
+  Separate();
+  AppendNumber(json_, iNumber);
+}
+
+void JsonWriter::Flag(bool iFlag) {
+  Separate();
+  json_ += iFlag ? "true" : "false";
+}
+
+std::string JsonWriter::Take() {
+  json_ += '\n';
+  return std::move(json_);
+}
+
+}  // namespace embedded
