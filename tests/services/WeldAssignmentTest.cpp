@@ -131,6 +131,10 @@ TEST_F(WeldAssignmentTest, TheResultAndTheWarningGoByTheWeldsOfTheActivityBefore
   EXPECT_EQ(Services::AssignListOfWelds(nullptr, &op, nullptr, 0), E_FAIL);
   EXPECT_EQ(Assign(ListOf(b), nullptr), E_FAIL);
   EXPECT_EQ(trace.Take(), Lines({kEnd, kEnd}));
+  // Neither without memory for the dialog nor without windows is anything shown.
+  FailAllocation(1);
+  EXPECT_EQ(Assign(ListOf(a), &op), E_FAIL);
+  FailAllocation(0);
   application.SetWindowless(true);
   EXPECT_EQ(Assign(ListOf(a), &op), E_FAIL);
   EXPECT_EQ(dialogs.Shown().size(), 0u);
