@@ -69,7 +69,7 @@ TEST_F(RegistrationTest, WithoutMemoryTheSetupInterfaceHasNoMetaObjectUntilItIsA
 TEST_F(RegistrationTest, TheServicesHaveNoClassOfTheirOwn) {
   const auto services = Make<TuvBIWServices>();
   const auto intelligence = Make<TuvBIWActivityIntelligenceServices>();
-  for (const ZefBaseUnknown_var object :
+  for (const ZefBaseUnknown_var& object :
        {ZefBaseUnknown_var(services), ZefBaseUnknown_var(intelligence)}) {
     EXPECT_EQ(object->GetMetaObject(), ZefBaseUnknown::MetaObject());
     EXPECT_STREQ(object->IsA(), "ZefBaseUnknown");
