@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "embedded/model/Document.h"
+
+namespace biwplan {
+
+// A difference between a station's manufacturing assembly and what the process says.
+struct AssemblyFinding {
+  enum class Kind {
+    MissingChild,     // an input of the station that the assembly does not contain
+    SurplusChild,     // a child that is no input of the station
+    NotHandedOn,      // the next station does not take the assembly in
+    Undecided,        // several stations follow, and none of them takes the assembly in
+    WronglyAssigned,  // an activity takes it in that the flow does not lead to
+    ContainsItself
+  };
+  Kind kind;
+  const embedded::Activity* station;
+  const embedded::MfgAssembly* assembly;
+  // The child or the activity that the finding is about; null when it is about neither.
+  ZefBaseUnknown_var object;
+};
+
+// Looks at every station with exactly one output, in the document's order. An assembly that cannot
+// be put into another, because that would then contain itself, is not missing there.
+std::vector<AssemblyFinding> CheckAssemblies(const embedded::Document& iDocument);
+
+// What is wrong and which gesture would mend it, in one sentence.
+std::string Describe(const AssemblyFinding& iFinding);
+
+// The stations that a station's assembly can go to: those that follow it, or else follow what it is
+// nested in. With exactly one the assembly goes there.
+std::vector<const embedded::Activity*> NextStations(const embedded::Activity& iStation);
+
+}  // namespace biwplan
