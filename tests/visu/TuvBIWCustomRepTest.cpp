@@ -196,7 +196,8 @@ TEST_F(TuvBIWCustomRepTest, WithoutMemoryForTheTextTheRepresentationStaysEmpty) 
 TEST_F(TuvBIWCustomRepTest, TheClassIsKnownByItsNameAndCannotBeCreatedByIt) {
   EXPECT_STREQ(TuvBIWCustomRep::ClassName(), "TuvBIWCustomRep");
   const auto rep = Make<TuvBIWCustomRep>(nullptr);
-  EXPECT_EQ(rep->GetMetaObject(), TuvBIWCustomRep::meta_object);
+  ASSERT_EQ(rep->GetMetaObject(), TuvBIWCustomRep::meta_object);
+  EXPECT_EQ(rep->GetMetaObject()->GetExtendedType(), "Zefnull");
   EXPECT_EQ(TuvBIWCustomRep::ClassId(), TuvBIWCustomRep::MetaObject()->GetClassId());
   EXPECT_STREQ(rep->IsA(), "TuvBIWCustomRep");
   for (const char* const base : {"TuvBIWCustomRep", "Zef3DCustomRep", "Zef3DRep"}) {
