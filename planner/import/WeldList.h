@@ -42,7 +42,7 @@ struct WeldRow {
 
 struct WeldListOptions {
   // The columns of a list without header, such as "id,x,y,z,parts"; empty when it has one.
-  std::string columnOrder;
+  std::string columnOrder{};
   // Fails with every reason instead of dropping rows.
   bool isStrict = false;
 };
