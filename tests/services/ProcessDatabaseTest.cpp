@@ -176,7 +176,10 @@ class PaskServicesTest : public PlantTest {
     PlantTest::TearDown();
   }
 
-  std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "pask-services.sqlite";
+  // Tests of one program may run at the same time.
+  std::filesystem::path file =
+      std::filesystem::path(testing::TempDir()) /
+      (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".sqlite");
   embedded::SpotWeld& assigned = plant.Weld("SW-1");
   ZefBaseUnknown* const weld = assigned.Identity();
 };
