@@ -90,7 +90,7 @@ class New : public Command {
       for (const std::string& note : *list) notes.push_back(note);
     }
     return {{"parts", parts.parts.size()},
-            {"welds", welds.welds.size()},
+            {"welds", welds.CountWelds()},
             {"activities", process.activities.size()},
             {"dropped", DescribeDropped(welds)},
             {"notes", notes},
