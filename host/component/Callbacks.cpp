@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct Subscription {
 struct Subscriptions {
   std::map<long, Subscription> byIdentifier;
   long last = 0;
+  std::unordered_map<const ZefBaseUnknown*, std::shared_ptr<const void>> lives;
 };
 
 Subscriptions& All() {
@@ -76,7 +78,15 @@ void Deliver(ZefBaseUnknown* iPublisher, const char* iEvent, ZefNotification* iN
   }
 }
 
+std::weak_ptr<const void> LifeOf(ZefBaseUnknown* iObject) {
+  std::shared_ptr<const void>& life = All().lives[iObject];
+  if (!life) life = std::make_shared<const bool>();
+  iObject->Note(ObjectRecord::InCallbacks, true);
+  return life;
+}
+
 void ForgetCallbacks(ZefBaseUnknown* iObject) {
+  All().lives.erase(iObject);
   EndWhere([&](long, const Subscription& subscription) {
     return subscription.publisher == iObject || subscription.method.Receiver() == iObject;
   });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "host/component/ZefBaseUnknown.h"
 
@@ -60,7 +61,10 @@ void RemoveCallback(ZefBaseUnknown* iSubscriber, ZefBaseUnknown* iPublisher, lon
 // called, those removed meanwhile no longer.
 void Deliver(ZefBaseUnknown* iPublisher, const char* iEvent, ZefNotification* iNotification);
 
-// Ends every subscription whose receiver or publisher dies.
+// Expires when the object dies; for whoever calls an object that it does not hold.
+std::weak_ptr<const void> LifeOf(ZefBaseUnknown* iObject);
+
+// Ends the object's life, and every subscription whose receiver or publisher it is.
 void ForgetCallbacks(ZefBaseUnknown* iObject);
 
 // Ends every subscription whose code lies in [iBegin, iEnd); answers how many.

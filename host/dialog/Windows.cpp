@@ -29,7 +29,8 @@ void ZefEventSubscriber::ReceiveNotification(ZefCommand* iFrom, ZefNotification*
   const Handle<ZefEventSubscriber> alive(this);
   for (std::size_t i = 0; i < reactions_.size(); ++i) {
     const Reaction reaction = reactions_[i];
-    if (reaction.notification == iNotification) reaction.run(iFrom, iNotification);
+    const bool awaited = reaction.notification == iNotification && !reaction.receiver.expired();
+    if (awaited) reaction.run(iFrom, iNotification);
   }
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <vector>
 
+#include "host/component/Callbacks.h"
 #include "host/component/ZefNotification.h"
 
 class ZefCommand;
@@ -11,14 +13,15 @@ class ZefCommand;
 class ZefEventSubscriber : public ZefBaseUnknown {
  public:
   // Calls the receiver's member whenever `iNotification` reaches this object. Neither is counted:
-  // the subscription ends with this object, which is the receiver or outlived by it.
+  // the subscription ends with this object or with the receiver.
   template <class T>
   void AddNotificationCallback(T* iReceiver, ZefNotification* iNotification,
                                void (T::*iMember)(ZefCommand*, ZefNotification*, void*),
                                void* iData) {
-    reactions_.push_back({iNotification, [=](ZefCommand* from, ZefNotification* notification) {
-                            (iReceiver->*iMember)(from, notification, iData);
-                          }});
+    reactions_.push_back(
+        {iNotification, LifeOf(iReceiver), [=](ZefCommand* from, ZefNotification* notification) {
+           (iReceiver->*iMember)(from, notification, iData);
+         }});
   }
 
   // Runs the reactions to the notification; the object is kept alive meanwhile.
@@ -31,6 +34,7 @@ class ZefEventSubscriber : public ZefBaseUnknown {
  private:
   struct Reaction {
     const ZefNotification* notification;
+    std::weak_ptr<const void> receiver;
     std::function<void(ZefCommand*, ZefNotification*)> run;
   };
   std::vector<Reaction> reactions_;
