@@ -21,6 +21,7 @@ ZefMetaClass* DatabaseProcess::MetaObject() {
 }
 
 HRESULT DatabaseProcess::ListParents(IUnknown* iObject, ZefListPtrIUnknown*& oParents, int iMode) {
+  oParents = nullptr;
   return database_ ? database_->ListParents(iObject, oParents, iMode) : E_FAIL;
 }
 

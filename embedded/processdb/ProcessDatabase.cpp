@@ -24,6 +24,15 @@ HRESULT Answer(const Read& read) noexcept {
   }
 }
 
+template <class Read>
+auto ReadOrEmpty(const Read& read) noexcept -> decltype(read()) {
+  try {
+    return read();
+  } catch (...) {
+    return {};
+  }
+}
+
 // The list takes over the references only once it has room for all.
 ZefListPtrIUnknown* NewList(std::vector<Handle<DatabaseProcess>> objects) {
   auto list = std::make_unique<ZefListPtrIUnknown>();
@@ -94,6 +103,7 @@ HRESULT ProcessDatabase::HandOver(const std::vector<std::string>& identifiers, I
 }
 
 HRESULT ProcessDatabase::GetActivityObject(const std::string& iActivity, IUnknown*& oObject) {
+  oObject = nullptr;
   return Answer([&] {
     Query query(*connection_, "SELECT process FROM activity WHERE activity = ?1", iActivity);
     return HandOver(query.Texts(), oObject);
@@ -101,6 +111,7 @@ HRESULT ProcessDatabase::GetActivityObject(const std::string& iActivity, IUnknow
 }
 
 HRESULT ProcessDatabase::GetObjectFromID(const ZefUnicodeString& iIdentifier, IUnknown*& oObject) {
+  oObject = nullptr;
   return Answer([&] {
     Query query(*connection_, "SELECT identifier FROM process WHERE identifier = ?1",
                 iIdentifier.Bytes());
@@ -118,6 +129,7 @@ HRESULT ProcessDatabase::GetObjectID(IUnknown* iObject, ZefUnicodeString& oIdent
 }
 
 HRESULT ProcessDatabase::GetBaseProcess(IUnknown* iObject, IUnknown*& oBase) {
+  oBase = nullptr;
   return Answer([&] {
     const DatabaseProcess* const process = Own(iObject);
     if (!process) return E_FAIL;
@@ -128,6 +140,7 @@ HRESULT ProcessDatabase::GetBaseProcess(IUnknown* iObject, IUnknown*& oBase) {
 }
 
 HRESULT ProcessDatabase::GetIDString(IUnknown* iObject, ZefUnicodeString*& oIdentifier) {
+  oIdentifier = nullptr;
   return Answer([&] {
     const DatabaseProcess* const process = Own(iObject);
     if (!process) return E_FAIL;
@@ -138,6 +151,7 @@ HRESULT ProcessDatabase::GetIDString(IUnknown* iObject, ZefUnicodeString*& oIden
 
 HRESULT ProcessDatabase::ListObjects(std::string_view sql, IUnknown* object,
                                      ZefListPtrIUnknown*& objects) {
+  objects = nullptr;
   return Answer([&] {
     const DatabaseProcess* const process = Own(object);
     if (!process) return E_FAIL;
@@ -161,43 +175,40 @@ HRESULT ProcessDatabase::ListRelatedVersions(IUnknown* iObject, ZefListPtrIUnkno
 }
 
 std::string ProcessDatabase::Label(const std::string& iProcess) {
-  Query query(*connection_, "SELECT label FROM process WHERE identifier = ?1", iProcess);
-  return query.Next() ? query.Text(0) : std::string();
-}
-
-HRESULT ProcessDatabase::IsAssigned(const std::string& iWeld) {
-  return Answer([&] {
-    Query query(*connection_, "SELECT 1 FROM assignment WHERE weld = ?1 LIMIT 1", iWeld);
-    return query.Next() ? S_OK : E_FAIL;
+  return ReadOrEmpty([&] {
+    Query query(*connection_, "SELECT label FROM process WHERE identifier = ?1", iProcess);
+    return query.Next() ? query.Text(0) : std::string();
   });
 }
 
-HRESULT ProcessDatabase::ListAssignments(const std::string& iWeld,
-                                         ZefListValZefUnicodeString& ioIdentifiers) {
-  return Answer([&] {
-    Query query(*connection_, "SELECT process FROM assignment WHERE weld = ?1 ORDER BY position",
-                iWeld);
-    for (const std::string& identifier : query.Texts()) ioIdentifiers.Append(identifier);
-    return S_OK;
+bool ProcessDatabase::IsAssigned(const std::string& iWeld) {
+  return ReadOrEmpty([&] {
+    return Query(*connection_, "SELECT 1 FROM assignment WHERE weld = ?1 LIMIT 1", iWeld).Next();
   });
 }
 
-HRESULT ProcessDatabase::ListVersionLists(const std::string& iWeld,
-                                          ZefListPtrZefListValZefUnicodeString& ioLists) {
-  return Answer([&] {
+std::vector<std::string> ProcessDatabase::Assignments(const std::string& iWeld) {
+  return ReadOrEmpty([&] {
+    return Query(*connection_, "SELECT process FROM assignment WHERE weld = ?1 ORDER BY position",
+                 iWeld)
+        .Texts();
+  });
+}
+
+std::vector<std::vector<std::string>> ProcessDatabase::VersionLists(const std::string& iWeld) {
+  return ReadOrEmpty([&] {
     Query query(*connection_,
                 "SELECT list, version FROM version_list LEFT JOIN version_list_entry"
                 " USING (weld, list) WHERE weld = ?1 ORDER BY list, position",
                 iWeld);
-    std::vector<std::unique_ptr<ZefListValZefUnicodeString>> lists;
+    std::vector<std::vector<std::string>> lists;
     std::int64_t last = 0;
     while (query.Next()) {
-      if (query.Integer(0) != last) lists.push_back(std::make_unique<ZefListValZefUnicodeString>());
+      if (query.Integer(0) != last) lists.emplace_back();
       last = query.Integer(0);
-      if (const auto version = query.Text(1); !version.empty()) lists.back()->Append(version);
+      if (std::string version = query.Text(1); !version.empty()) lists.back().push_back(version);
     }
-    for (auto& list : lists) ioLists.Append(list.release());
-    return S_OK;
+    return lists;
   });
 }
 

@@ -1,19 +1,29 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "embedded/Error.h"
 #include "embedded/dialog/CatalogStore.h"
-#include "tests/support/ScratchFolder.h"
+#include "tests/dialog/CatalogFolder.h"
 
 namespace {
 
 using namespace embedded;
 using testing::HasSubstr;
 using testing::Pair;
-using tests::ErrorOf;
-using tests::ScratchFolder;
+
+// What the error says, or nothing when there is none.
+template <class Action>
+std::string ErrorOf(const Action& action) {
+  try {
+    action();
+  } catch (const InputError& error) {
+    return error.what();
+  }
+  return "";
+}
 
 TEST(CatalogFileTest, ReadsKeysTextsAndEscapes) {
-  const ScratchFolder folder;
+  const CatalogFolder folder;
   const auto file = folder.Write("a.en.txt",
                                  "\xEF\xBB\xBF# comment = no message\r\n  \r\nTitle =  Zwölf \r\n"
                                  "Lines = one\\ntwo\\t\\\\n = three\\s\nEmpty =");
@@ -23,7 +33,7 @@ TEST(CatalogFileTest, ReadsKeysTextsAndEscapes) {
 }
 
 TEST(CatalogFileTest, NamesFileAndLineOfWhatIsNoMessage) {
-  const ScratchFolder folder;
+  const CatalogFolder folder;
   const std::pair<std::string, std::string> cases[] = {
       {"a = b\nno equals sign\n", "bad.en.txt, line 2: "},
       {"\n\n = text\n", "bad.en.txt, line 3: "},
@@ -43,7 +53,7 @@ TEST(CatalogFileTest, NamesFileAndLineOfWhatIsNoMessage) {
 }
 
 TEST(CatalogFileTest, AnyCutAndAnyWrongByteIsReadOrRefusedByLine) {
-  const ScratchFolder folder;
+  const CatalogFolder folder;
   const std::string whole = "\xEF\xBB\xBF# Ü\nTitle = Zwölf\\n\\\\\r\nOther = \\tzwei\\s\n";
   int refused = 0;
   const auto tryBytes = [&](const std::string& bytes) {
@@ -63,7 +73,7 @@ TEST(CatalogFileTest, AnyCutAndAnyWrongByteIsReadOrRefusedByLine) {
 }
 
 TEST(CatalogStoreTest, TakesFromEnglishWhatTheLanguageLacksOrHasMalformed) {
-  const ScratchFolder folder;
+  const CatalogFolder folder;
   folder.Write("Cmd.en.txt", "Yes = yes\nNo = no");
   folder.Write("Cmd.de.txt", "Yes = ja");
   folder.Write("Bad.en.txt", "Yes = yes");
@@ -87,7 +97,7 @@ TEST(CatalogStoreTest, TakesFromEnglishWhatTheLanguageLacksOrHasMalformed) {
 }
 
 TEST(CatalogStoreTest, SearchesTheFoldersInOrderAndReadsAFileOnce) {
-  const ScratchFolder folder;
+  const CatalogFolder folder;
   std::filesystem::create_directories(folder.Path() / "own");
   folder.Write("Cmd.en.txt", "Yes = shipped");
   const auto own = folder.Write("own/Cmd.en.txt", "Yes = own");

@@ -4,6 +4,7 @@
 #include "host/component/DescribeClass.h"
 #include "host/fastening/TuvIRabBltMgr.h"
 #include "host/process/Process.h"
+#include "tests/support/ReferenceAudit.h"
 
 namespace tests {
 
@@ -11,25 +12,18 @@ namespace tests {
 class Step : public ComponentObject<ZefISPPActivity, ZefISPPItem> {
  public:
   static const char* ClassName() { return "Step"; }
-  static ZefMetaClass* MetaObject() {
-    static ZefMetaClass* const meta = DescribeClass<Step>(ZefBaseUnknown::MetaObject());
-    return meta;
+  ZefMetaClass* GetMetaObject() const override {
+    return DescribeClass<Step>(ZefBaseUnknown::MetaObject());
   }
-  ZefMetaClass* GetMetaObject() const override { return MetaObject(); }
-
-  explicit Step(Step* iNext = nullptr) : next(iNext ? iNext->Identity() : nullptr) {}
-  HRESULT GetParentActivity(ZefISPPAbstractActivity_var& oParent) override {
-    oParent = nullptr;
-    return S_OK;
-  }
+  HRESULT GetParentActivity(ZefISPPAbstractActivity_var&) override { return E_FAIL; }
   ZefUnicodeString GetLabel() override { return "step"; }
-  // No reference taken.
-  ZefISPPActivity* Next() { return next.Get(); }
 
   ZefISPPActivity_var next;
 };
 
-// What every step answers besides, through an extension.
+inline ZefBaseUnknown_var MakeStep() { return Adopt((new Step)->Identity()); }
+
+// What every step answers besides, through an extension, while the registration lives.
 class StepUpdates : public TuvIRabBltMgr {
  public:
   static ZefMetaClass* MetaObject() {
@@ -37,31 +31,25 @@ class StepUpdates : public TuvIRabBltMgr {
                                   "Tests", sizeof(StepUpdates));
   }
   ZefMetaClass* GetMetaObject() const override { return MetaObject(); }
-  HRESULT ProcessPendingUpdates() override { return ++processed; }
+  HRESULT ProcessPendingUpdates() override { return ++processed_; }
 
   static ZefBaseUnknown* Create(ZefBaseUnknown* extended, ZefBaseUnknown* outer) {
     return ToCreateBOA(extended, outer, MetaObject(), TuvIRabBltMgr::InterfaceId(),
                        []() -> ZefBaseUnknown* { return new StepUpdates; });
   }
+  struct Registration {
+    Registration() {
+      ZefFillDictionary(StepUpdates::MetaObject(), TuvIRabBltMgr::MetaObject(), &Create, nullptr,
+                        1);
+    }
+    ~Registration() {
+      const auto code = reinterpret_cast<const char*>(&Create);
+      EXPECT_EQ(PurgeFactories(code, code + 1), 1);
+    }
+  };
 
-  int processed = 0;
+ private:
+  int processed_ = 0;
 };
-
-// The registration of the extension; it ends with its scope.
-class WithStepUpdates {
- public:
-  WithStepUpdates() {
-    const ZefFillDictionary registered(StepUpdates::MetaObject(), TuvIRabBltMgr::MetaObject(),
-                                       &StepUpdates::Create, nullptr, 1);
-  }
-  ~WithStepUpdates() {
-    const auto code = reinterpret_cast<const char*>(&StepUpdates::Create);
-    PurgeFactories(code, code + 1);
-  }
-  WithStepUpdates(const WithStepUpdates&) = delete;
-  WithStepUpdates& operator=(const WithStepUpdates&) = delete;
-};
-
-inline ZefBaseUnknown_var MakeStep() { return Adopt((new Step)->Identity()); }
 
 }  // namespace tests
