@@ -1,1 +1,14 @@
-int main() { return 0; }
+#include <iostream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "planner/Program.h"
+
+int main(int argc, char** argv) {
+  biwplan::Console console{std::cout, std::cerr, isatty(STDERR_FILENO) != 0};
+  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  const int status = biwplan::RunProgram(arguments, {std::cin, isatty(STDIN_FILENO) != 0}, console);
+  std::cout.flush();
+  return std::cout ? status : 2;
+}

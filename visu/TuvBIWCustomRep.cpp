@@ -75,6 +75,11 @@ TuvBIWCustomRep::TuvBIWCustomRep(ZefBaseUnknown* iWeld, int* iRGBA) : weld_(iWel
 
 TuvBIWCustomRep::~TuvBIWCustomRep() { TuvKelBIWUtilsTrace.TraPutLN("TuvBIWCustomRep <-- OUT"); }
 
+ZefUnicodeString TuvBIWCustomRep::GetID() const { return id_; }
+ZefBaseUnknown* TuvBIWCustomRep::GetWeld() const { return weld_; }
+Zef3DAnnotationTextGP* TuvBIWCustomRep::Get3DAnnotation() const { return annotation_; }
+ZefGraphicAttributeSet TuvBIWCustomRep::GetAttributeSet() const { return attributeSet_; }
+
 HRESULT TuvBIWCustomRep::Build() {
   const TraceScope trace("TuvBIWCustomRep::Build --> IN", "TuvBIWCustomRep::Build --> OUT");
   if (!weld_) return E_FAIL;

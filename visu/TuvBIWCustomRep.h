@@ -17,12 +17,12 @@ class TUV_EXPORT TuvBIWCustomRep : public Zef3DCustomRep {
   ~TuvBIWCustomRep() override;
 
   // Empty until a build could read it.
-  ZefUnicodeString GetID() const { return id_; }
+  ZefUnicodeString GetID() const;
   // No reference taken.
-  ZefBaseUnknown* GetWeld() const { return weld_; }
+  ZefBaseUnknown* GetWeld() const;
   // Owned by the representation; null until a build could make it.
-  Zef3DAnnotationTextGP* Get3DAnnotation() const { return annotation_; }
-  ZefGraphicAttributeSet GetAttributeSet() const { return attributeSet_; }
+  Zef3DAnnotationTextGP* Get3DAnnotation() const;
+  ZefGraphicAttributeSet GetAttributeSet() const;
 
   // Reads the identifier and adds its text; both constructors do it. Again adds a further text.
   // The text of a spot weld stands at the translation of its inverted frame, that of a seam at its

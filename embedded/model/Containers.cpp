@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "embedded/model/Activity.h"
 #include "embedded/model/Document.h"
@@ -92,24 +91,14 @@ HRESULT FeatureContainer::ListProcessVersionIDs(const TuvIBIWFeature_var& iFeatu
                                                 ZefListPtrZefListValZefUnicodeString& oLists) {
   if (!membership_->document || FaultPoint::Strikes()) return E_FAIL;
   ProcessDatabase* const database = membership_->document->Database();
-  if (!database) return S_OK;
-  for (const std::vector<std::string>& identifiers : database->VersionLists(KeyOf(iFeature))) {
-    auto versions = std::make_unique<ZefListValZefUnicodeString>();
-    for (const std::string& identifier : identifiers) versions->Append(identifier);
-    oLists.Append(versions.release());
-  }
-  return S_OK;
+  return database ? database->ListVersionLists(KeyOf(iFeature), oLists) : S_OK;
 }
 
 HRESULT FeatureContainer::ListPaskAssignmentIDs(const TuvIBIWFeature_var& iFeature,
                                                 ZefListValZefUnicodeString& oIdentifiers) {
   if (!membership_->document || FaultPoint::Strikes()) return E_FAIL;
   ProcessDatabase* const database = membership_->document->Database();
-  if (!database) return S_OK;
-  for (const std::string& identifier : database->Assignments(KeyOf(iFeature))) {
-    oIdentifiers.Append(identifier);
-  }
-  return S_OK;
+  return database ? database->ListAssignments(KeyOf(iFeature), oIdentifiers) : S_OK;
 }
 
 ZefMetaClass* CompoundContainer::GetMetaObject() const {

@@ -26,9 +26,7 @@ HRESULT Document::GetIDString(IUnknown* iObject, ZefUnicodeString*& oIdentifier)
 }
 
 HRESULT Document::ListParents(IUnknown* iObject, ZefListPtrIUnknown*& oParents, int iMode) {
-  void* answer = nullptr;
-  if (!iObject || Failed(iObject->QueryInterface(IID_ZefIIPDDataMgt, &answer))) return E_FAIL;
-  return Adopt(static_cast<ZefIIPDDataMgt*>(answer))->ListParents(iObject, oParents, iMode);
+  return database_ ? database_->ListParents(iObject, oParents, iMode) : E_FAIL;
 }
 
 HRESULT Document::ListRelatedVersions(IUnknown* iObject, ZefListPtrIUnknown*& oVersions) {

@@ -72,7 +72,7 @@ double* SpotWeld::GetPositionAndOrientation() {
 HRESULT SpotWeld::IsAssignedInPask() {
   if (FaultPoint::Strikes()) return E_FAIL;
   ProcessDatabase* const database = OwnDocument() ? OwnDocument()->Database() : nullptr;
-  return database && database->IsAssigned(Key()) ? S_OK : E_FAIL;
+  return database ? database->IsAssigned(Key()) : E_FAIL;
 }
 
 HRESULT SpotWeld::GetCarrier(ZefBaseUnknown*& oCarrier) {

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <fstream>
-#include <map>
-#include <optional>
 #include <system_error>
+#include <unistd.h>
 
 #include "embedded/Error.h"
 #include "embedded/processdb/ProcessDatabase.h"
@@ -185,21 +184,26 @@ void RequireFiles(const Path& source) {
 // Removes a file at its end, whatever became of it.
 class ScratchFile {
  public:
-  explicit ScratchFile(Path path) : path_(std::move(path)) { Remove(); }
-  ~ScratchFile() { Remove(); }
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
-  const Path& Get() const { return path_; }
-
- private:
-  void Remove() const {
+  explicit ScratchFile(const Path& path) : path_(path) {}
+  ~ScratchFile() {
     std::error_code ignored;
     std::filesystem::remove(path_, ignored);
     std::filesystem::remove(path_.string() + "-journal", ignored);
   }
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
 
-  Path path_;
+ private:
+  const Path& path_;
 };
+
+void Rename(const Path& from, const Path& to) {
+  std::error_code error;
+  std::filesystem::rename(from, to, error);
+  if (!error) return;
+  throw InputError("'" + to.string() + "' cannot be written (" + error.message() +
+                   "); give a path where a new file may stand");
+}
 
 }  // namespace
 
@@ -222,9 +226,12 @@ std::vector<ImportedFile> CreateFromCsv(const Path& iDatabase, const std::vector
     throw InputError("'" + iDatabase.string() +
                      "' is there already; give a new database a path of its own");
   }
-  const ScratchFile scratch(iDatabase.string() + ".new");
-  auto imported = ImportCsv(*ProcessDatabase::Create(scratch.Get()), iSources);
-  std::filesystem::rename(scratch.Get(), iDatabase);
+  const Path path = iDatabase.string() + "." + std::to_string(getpid()) + ".new";
+  auto database = ProcessDatabase::Create(path);
+  const ScratchFile scratch(path);
+  auto imported = ImportCsv(*database, iSources);
+  database.reset();
+  Rename(path, iDatabase);
   return imported;
 }
 

@@ -21,7 +21,6 @@ ZefMetaClass* DatabaseProcess::MetaObject() {
 }
 
 HRESULT DatabaseProcess::ListParents(IUnknown* iObject, ZefListPtrIUnknown*& oParents, int iMode) {
-  oParents = nullptr;
   return database_ ? database_->ListParents(iObject, oParents, iMode) : E_FAIL;
 }
 

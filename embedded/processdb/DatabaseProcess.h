@@ -10,7 +10,7 @@ namespace embedded {
 class ProcessDatabase;
 
 // A process of the database as the host hands it out. It does not keep the database open: once
-// that is closed the object answers E_FAIL and null.
+// that is closed the object answers E_FAIL.
 class DatabaseProcess : public ComponentObject<ZefIIPDDataMgt> {
  public:
   DatabaseProcess(ProcessDatabase& iDatabase, std::string iIdentifier);

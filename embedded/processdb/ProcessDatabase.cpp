@@ -24,15 +24,6 @@ HRESULT Answer(const Read& read) noexcept {
   }
 }
 
-template <class Read>
-auto ReadOrEmpty(const Read& read) noexcept -> decltype(read()) {
-  try {
-    return read();
-  } catch (...) {
-    return {};
-  }
-}
-
 // The list takes over the references only once it has room for all.
 ZefListPtrIUnknown* NewList(std::vector<Handle<DatabaseProcess>> objects) {
   auto list = std::make_unique<ZefListPtrIUnknown>();
@@ -103,7 +94,6 @@ HRESULT ProcessDatabase::HandOver(const std::vector<std::string>& identifiers, I
 }
 
 HRESULT ProcessDatabase::GetActivityObject(const std::string& iActivity, IUnknown*& oObject) {
-  oObject = nullptr;
   return Answer([&] {
     Query query(*connection_, "SELECT process FROM activity WHERE activity = ?1", iActivity);
     return HandOver(query.Texts(), oObject);
@@ -111,7 +101,6 @@ HRESULT ProcessDatabase::GetActivityObject(const std::string& iActivity, IUnknow
 }
 
 HRESULT ProcessDatabase::GetObjectFromID(const ZefUnicodeString& iIdentifier, IUnknown*& oObject) {
-  oObject = nullptr;
   return Answer([&] {
     Query query(*connection_, "SELECT identifier FROM process WHERE identifier = ?1",
                 iIdentifier.Bytes());
@@ -129,7 +118,6 @@ HRESULT ProcessDatabase::GetObjectID(IUnknown* iObject, ZefUnicodeString& oIdent
 }
 
 HRESULT ProcessDatabase::GetBaseProcess(IUnknown* iObject, IUnknown*& oBase) {
-  oBase = nullptr;
   return Answer([&] {
     const DatabaseProcess* const process = Own(iObject);
     if (!process) return E_FAIL;
@@ -140,7 +128,6 @@ HRESULT ProcessDatabase::GetBaseProcess(IUnknown* iObject, IUnknown*& oBase) {
 }
 
 HRESULT ProcessDatabase::GetIDString(IUnknown* iObject, ZefUnicodeString*& oIdentifier) {
-  oIdentifier = nullptr;
   return Answer([&] {
     const DatabaseProcess* const process = Own(iObject);
     if (!process) return E_FAIL;
@@ -151,7 +138,6 @@ HRESULT ProcessDatabase::GetIDString(IUnknown* iObject, ZefUnicodeString*& oIden
 
 HRESULT ProcessDatabase::ListObjects(std::string_view sql, IUnknown* object,
                                      ZefListPtrIUnknown*& objects) {
-  objects = nullptr;
   return Answer([&] {
     const DatabaseProcess* const process = Own(object);
     if (!process) return E_FAIL;
@@ -175,40 +161,43 @@ HRESULT ProcessDatabase::ListRelatedVersions(IUnknown* iObject, ZefListPtrIUnkno
 }
 
 std::string ProcessDatabase::Label(const std::string& iProcess) {
-  return ReadOrEmpty([&] {
-    Query query(*connection_, "SELECT label FROM process WHERE identifier = ?1", iProcess);
-    return query.Next() ? query.Text(0) : std::string();
+  Query query(*connection_, "SELECT label FROM process WHERE identifier = ?1", iProcess);
+  return query.Next() ? query.Text(0) : std::string();
+}
+
+HRESULT ProcessDatabase::IsAssigned(const std::string& iWeld) {
+  return Answer([&] {
+    Query query(*connection_, "SELECT 1 FROM assignment WHERE weld = ?1 LIMIT 1", iWeld);
+    return query.Next() ? S_OK : E_FAIL;
   });
 }
 
-bool ProcessDatabase::IsAssigned(const std::string& iWeld) {
-  return ReadOrEmpty([&] {
-    return Query(*connection_, "SELECT 1 FROM assignment WHERE weld = ?1 LIMIT 1", iWeld).Next();
+HRESULT ProcessDatabase::ListAssignments(const std::string& iWeld,
+                                         ZefListValZefUnicodeString& ioIdentifiers) {
+  return Answer([&] {
+    Query query(*connection_, "SELECT process FROM assignment WHERE weld = ?1 ORDER BY position",
+                iWeld);
+    for (const std::string& identifier : query.Texts()) ioIdentifiers.Append(identifier);
+    return S_OK;
   });
 }
 
-std::vector<std::string> ProcessDatabase::Assignments(const std::string& iWeld) {
-  return ReadOrEmpty([&] {
-    return Query(*connection_, "SELECT process FROM assignment WHERE weld = ?1 ORDER BY position",
-                 iWeld)
-        .Texts();
-  });
-}
-
-std::vector<std::vector<std::string>> ProcessDatabase::VersionLists(const std::string& iWeld) {
-  return ReadOrEmpty([&] {
+HRESULT ProcessDatabase::ListVersionLists(const std::string& iWeld,
+                                          ZefListPtrZefListValZefUnicodeString& ioLists) {
+  return Answer([&] {
     Query query(*connection_,
                 "SELECT list, version FROM version_list LEFT JOIN version_list_entry"
                 " USING (weld, list) WHERE weld = ?1 ORDER BY list, position",
                 iWeld);
-    std::vector<std::vector<std::string>> lists;
+    std::vector<std::unique_ptr<ZefListValZefUnicodeString>> lists;
     std::int64_t last = 0;
     while (query.Next()) {
-      if (query.Integer(0) != last) lists.emplace_back();
+      if (query.Integer(0) != last) lists.push_back(std::make_unique<ZefListValZefUnicodeString>());
       last = query.Integer(0);
-      if (std::string version = query.Text(1); !version.empty()) lists.back().push_back(version);
+      if (const auto version = query.Text(1); !version.empty()) lists.back()->Append(version);
     }
-    return lists;
+    for (auto& list : lists) ioLists.Append(list.release());
+    return S_OK;
   });
 }
 

@@ -9,6 +9,8 @@
 
 #include "host/component/Handle.h"
 #include "host/values/ZefListPtrIUnknown.h"
+#include "host/values/ZefListPtrZefListValZefUnicodeString.h"
+#include "host/values/ZefListValZefUnicodeString.h"
 #include "host/values/ZefUnicodeString.h"
 
 namespace embedded {
@@ -31,9 +33,10 @@ class ProcessDatabase {
 
   const std::filesystem::path& File() const { return file_; }
 
-  // What a document answers its database interfaces from: E_FAIL and null for what is unknown or
-  // an object of another database, and nothing is thrown. Objects come with a reference for the
-  // caller; a process has one object for as long as anyone holds it.
+  // What a document answers its database interfaces from: E_FAIL for what is unknown, for an object
+  // of another database and when the file cannot be read; what is asked for is then left as it was,
+  // and nothing is thrown. Objects come with a reference for the caller; a process has one object
+  // for as long as anyone holds it.
   HRESULT GetActivityObject(const std::string& iActivity, IUnknown*& oObject);
   HRESULT GetObjectFromID(const ZefUnicodeString& iIdentifier, IUnknown*& oObject);
   HRESULT GetObjectID(IUnknown* iObject, ZefUnicodeString& oIdentifier);
@@ -46,13 +49,16 @@ class ProcessDatabase {
   HRESULT ListParents(IUnknown* iObject, ZefListPtrIUnknown*& oParents, int iMode);
   HRESULT ListRelatedVersions(IUnknown* iObject, ZefListPtrIUnknown*& oVersions);
 
-  // Empty for what is unknown, and when the file can no longer be read.
+  // S_OK when there is an assignment.
+  HRESULT IsAssigned(const std::string& iWeld);
+  // Appends identifiers in the order of assignment; none for a weld that is not known.
+  HRESULT ListAssignments(const std::string& iWeld, ZefListValZefUnicodeString& ioIdentifiers);
+  // Appends per process version of the weld a new list, which the caller deletes, of its
+  // identifiers from the root down; a list may be empty.
+  HRESULT ListVersionLists(const std::string& iWeld, ZefListPtrZefListValZefUnicodeString& ioLists);
+
+  // Empty for an unknown process; InputError when the file cannot be read.
   std::string Label(const std::string& iProcess);
-  bool IsAssigned(const std::string& iWeld);
-  // Identifiers in the order of assignment.
-  std::vector<std::string> Assignments(const std::string& iWeld);
-  // Per process version of the weld its identifiers from the root down; a list may be empty.
-  std::vector<std::vector<std::string>> VersionLists(const std::string& iWeld);
 
   // Groups changes: undone at its end unless committed. Transactions nest.
   class Transaction {

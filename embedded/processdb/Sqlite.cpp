@@ -15,6 +15,10 @@ constexpr int kLongestText = 1 << 20;
 
 // What is wrong with the file and what would be right, in words that follow its name.
 std::string Explain(int code, const char* message) {
+  if (code == SQLITE_READONLY_DBMOVED) {
+    return "was deleted or moved while it was open; nothing can be written until it is opened "
+           "again";
+  }
   switch (code & 0xFF) {
     case SQLITE_NOTADB:
       return "is not a process database; give a file that was created as one";
@@ -27,9 +31,12 @@ std::string Explain(int code, const char* message) {
     case SQLITE_PERM:
       return "is write-protected; writing needs a file that may be changed";
     case SQLITE_CANTOPEN:
-      return "cannot be opened; give a file that may be read in a directory that is there";
+      return "cannot be opened; its directory must be there, and both must be yours to read and "
+             "write";
     case SQLITE_FULL:
       return "cannot grow because the disk is full; free some space first";
+    case SQLITE_TOOBIG:
+      return "takes no text of more than 1 MiB; names and labels are shorter";
     default:
       return std::string("cannot be used (") + message + "); restore it from a copy";
   }
@@ -48,7 +55,7 @@ Connection::Connection(const std::filesystem::path& iFile, Mode iMode) : name_(i
   const int code = sqlite3_open_v2(path.c_str(), &database_, Flags(iMode), nullptr);
   try {
     Check(code);
-    sqlite3_busy_timeout(database_, kBusyMilliseconds);
+    BePatient(true);
     sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLongestText);
     Run("PRAGMA foreign_keys = ON");
     Run("PRAGMA trusted_schema = OFF");
@@ -75,6 +82,18 @@ void Connection::Check(int iCode) {
   if (iCode == SQLITE_OK || iCode == SQLITE_ROW || iCode == SQLITE_DONE) return;
   if (iCode == SQLITE_NOMEM) throw std::bad_alloc();
   Fail(Explain(iCode, sqlite3_errmsg(database_)));
+}
+
+void Connection::BePatient(bool patient) {
+  if (patient == isPatient_) return;
+  isPatient_ = patient;
+  sqlite3_busy_timeout(database_, patient ? kBusyMilliseconds : 0);
+}
+
+int Connection::Step(sqlite3_stmt* iStatement) {
+  const int code = sqlite3_step(iStatement);
+  BePatient((code & 0xFF) != SQLITE_BUSY);
+  return code;
 }
 
 sqlite3_stmt* Connection::Compile(std::string_view sql) {
@@ -111,7 +130,7 @@ void Query::Bind(int position, std::int64_t number) {
 }
 
 bool Query::Next() {
-  const int code = sqlite3_step(statement_);
+  const int code = connection_.Step(statement_);
   connection_.Check(code);
   return code == SQLITE_ROW;
 }
@@ -131,7 +150,7 @@ std::vector<std::string> Query::Texts() {
 }
 
 bool Query::Change() {
-  const int code = sqlite3_step(statement_);
+  const int code = connection_.Step(statement_);
   if (code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY) return false;
   connection_.Check(code);
   return true;

@@ -28,15 +28,20 @@ class Connection {
   // Runs a statement that is not worth keeping.
   void Run(const std::string& iSql);
   void Check(int iCode);
+  // Waits a short while for another program to end its writing; once that was in vain, no step
+  // waits until one succeeds. Gives the code.
+  int Step(sqlite3_stmt* iStatement);
   [[noreturn]] void Fail(const std::string& iWhat) const;
 
  private:
   sqlite3_stmt* Compile(std::string_view sql);
+  void BePatient(bool patient);
   void Close();
 
   std::string name_;
   sqlite3* database_ = nullptr;
   std::unordered_map<std::string_view, sqlite3_stmt*> statements_;
+  bool isPatient_ = false;
 };
 
 // One use of a statement: binds ?1, ?2, ... to the values in order and gives the statement back

@@ -202,8 +202,8 @@ std::vector<std::string> ListReader::Notes() const {
     notes.push_back(note);
   }
   if (shortened_ > 0) {
-    notes.push_back(source_ + ": " + std::to_string(shortened_) +
-                    " rows end before the last column; the fields they lack count as empty");
+    notes.push_back(source_ + ": rows that end before the last column: " +
+                    std::to_string(shortened_) + "; the fields they lack count as empty");
   }
   return notes;
 }

@@ -177,7 +177,7 @@ class WeldListImport {
           return weld.shape != WeldShape::Locator && weld.shape != WeldShape::Clamp &&
                  weld.parts.size() == 1;
         });
-    if (single > 0) Note(std::to_string(single) + " welds name one part alone");
+    if (single > 0) Note("welds that name one part alone: " + std::to_string(single));
     if (unknownTypes_.empty()) return;
     std::string names;
     for (const std::string& name : unknownTypes_) names += (names.empty() ? "" : ", ") + name;
@@ -199,8 +199,8 @@ class WeldListImport {
 
 // "52 point welds, 2 seams".
 std::string CountByShape(const std::vector<WeldRow>& welds) {
-  constexpr std::array<std::string_view, 4> kNames = {"point welds", "seams", "locating points",
-                                                      "clamping points"};
+  constexpr std::array<std::string_view, 4> kNames = {"point weld", "seam", "locating point",
+                                                      "clamping point"};
   std::array<std::size_t, kNames.size()> counts{};
   for (const WeldRow& weld : welds) ++counts[static_cast<std::size_t>(weld.shape)];
   std::string text;
@@ -208,12 +208,18 @@ std::string CountByShape(const std::vector<WeldRow>& welds) {
     const bool isWeld = shape < 2;
     if (counts[shape] == 0 && !isWeld) continue;
     text += (text.empty() ? "" : ", ") + std::to_string(counts[shape]) + ' ' +
-            std::string(kNames[shape]);
+            std::string(kNames[shape]) + (counts[shape] == 1 ? "" : "s");
   }
   return text;
 }
 
 }  // namespace
+
+std::size_t WeldList::CountWelds() const {
+  return static_cast<std::size_t>(std::count_if(welds.begin(), welds.end(), [](const auto& weld) {
+    return weld.shape == WeldShape::Point || weld.shape == WeldShape::Curve;
+  }));
+}
 
 std::string WeldList::Summary() const {
   std::string text = source + ": " + std::to_string(rowsRead) + " rows read, " +

@@ -61,6 +61,8 @@ struct WeldList {
   std::vector<std::string> notes;
   std::size_t rowsRead = 0;
 
+  // Locating and clamping points do not count.
+  std::size_t CountWelds() const;
   // "file: 62 rows read, 58 kept (52 point welds, 2 seams), 4 dropped: 1 missing part, ...".
   std::string Summary() const;
 };

@@ -1,29 +1,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "embedded/Error.h"
 #include "embedded/dialog/CatalogStore.h"
-#include "tests/dialog/CatalogFolder.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace {
 
 using namespace embedded;
 using testing::HasSubstr;
 using testing::Pair;
-
-// What the error says, or nothing when there is none.
-template <class Action>
-std::string ErrorOf(const Action& action) {
-  try {
-    action();
-  } catch (const InputError& error) {
-    return error.what();
-  }
-  return "";
-}
+using tests::ErrorOf;
+using tests::ScratchFolder;
 
 TEST(CatalogFileTest, ReadsKeysTextsAndEscapes) {
-  const CatalogFolder folder;
+  const ScratchFolder folder;
   const auto file = folder.Write("a.en.txt",
                                  "\xEF\xBB\xBF# comment = no message\r\n  \r\nTitle =  Zwölf \r\n"
                                  "Lines = one\\ntwo\\t\\\\n = three\\s\nEmpty =");
@@ -33,7 +23,7 @@ TEST(CatalogFileTest, ReadsKeysTextsAndEscapes) {
 }
 
 TEST(CatalogFileTest, NamesFileAndLineOfWhatIsNoMessage) {
-  const CatalogFolder folder;
+  const ScratchFolder folder;
   const std::pair<std::string, std::string> cases[] = {
       {"a = b\nno equals sign\n", "bad.en.txt, line 2: "},
       {"\n\n = text\n", "bad.en.txt, line 3: "},
@@ -53,7 +43,7 @@ TEST(CatalogFileTest, NamesFileAndLineOfWhatIsNoMessage) {
 }
 
 TEST(CatalogFileTest, AnyCutAndAnyWrongByteIsReadOrRefusedByLine) {
-  const CatalogFolder folder;
+  const ScratchFolder folder;
   const std::string whole = "\xEF\xBB\xBF# Ü\nTitle = Zwölf\\n\\\\\r\nOther = \\tzwei\\s\n";
   int refused = 0;
   const auto tryBytes = [&](const std::string& bytes) {
@@ -73,7 +63,7 @@ TEST(CatalogFileTest, AnyCutAndAnyWrongByteIsReadOrRefusedByLine) {
 }
 
 TEST(CatalogStoreTest, TakesFromEnglishWhatTheLanguageLacksOrHasMalformed) {
-  const CatalogFolder folder;
+  const ScratchFolder folder;
   folder.Write("Cmd.en.txt", "Yes = yes\nNo = no");
   folder.Write("Cmd.de.txt", "Yes = ja");
   folder.Write("Bad.en.txt", "Yes = yes");
@@ -97,7 +87,7 @@ TEST(CatalogStoreTest, TakesFromEnglishWhatTheLanguageLacksOrHasMalformed) {
 }
 
 TEST(CatalogStoreTest, SearchesTheFoldersInOrderAndReadsAFileOnce) {
-  const CatalogFolder folder;
+  const ScratchFolder folder;
   std::filesystem::create_directories(folder.Path() / "own");
   folder.Write("Cmd.en.txt", "Yes = shipped");
   const auto own = folder.Write("own/Cmd.en.txt", "Yes = own");

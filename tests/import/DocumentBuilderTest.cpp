@@ -84,4 +84,28 @@ TEST_F(DocumentBuilderTest, RefusesWithTheLineAndLeavesNothingBehind) {
             "no error");
 }
 
+TEST_F(DocumentBuilderTest, TheExampleIsADoor) {
+  const std::string folder = std::string(TUV_SOURCE_DIR) + "/examples/front-door/";
+  std::ifstream partsFile = OpenList(folder + "parts.csv");
+  std::ifstream weldsFile = OpenList(folder + "welds.csv");
+  std::ifstream processFile = OpenList(folder + "process.csv");
+  const PartsList parts = ReadPartsList(partsFile, "parts");
+  const WeldList welds = ReadWeldList(weldsFile, "welds", parts.Index(), {.isStrict = true});
+  const ProcessList process = ReadProcessList(processFile, "process", parts);
+  EXPECT_THAT(welds.Summary(), HasSubstr("60 point welds, 5 seams, 3 locating points, 4 clamping"));
+  EXPECT_THAT(welds.notes, ElementsAre());
+  for (const WeldRow& weld : welds.welds) {
+    for (const std::size_t part : weld.parts) {
+      const PartRow::Box& box = *parts.parts[part].box;
+      for (std::size_t axis = 0; axis < 3; ++axis) {
+        EXPECT_GE(weld.position[axis], box.least[axis]) << weld.id;
+        EXPECT_LE(weld.position[axis], box.most[axis]) << weld.id;
+      }
+    }
+  }
+  const Owned<Document> document = BuildDocument(parts, welds, process);
+  const embedded::MfgAssembly& door = *document->FindAssembly("Front door in white");
+  EXPECT_THAT(Keys(door.OwnChildren()), ElementsAre("FD-130", "FD-131", "Reinforced inner panel"));
+}
+
 }  // namespace

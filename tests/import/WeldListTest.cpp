@@ -1,4 +1,4 @@
-#include <chrono>
+#include <ctime>
 #include <gmock/gmock.h>
 #include <set>
 
@@ -146,9 +146,10 @@ TEST(WeldListTest, SeamsLocatorsClampsAndUnknownTypes) {
   ASSERT_EQ(list.welds[0].points.size(), 3u);
   EXPECT_THAT(list.welds[0].points[2].position, ElementsAre(10, 20, 0));
   EXPECT_EQ(list.welds[1].diameter, 5.5);
-  EXPECT_THAT(list.Summary(), HasSubstr("7 kept (2 point welds, 1 seams, 1 locating points, 1 "
-                                        "clamping points), 0 dropped"));
-  EXPECT_THAT(list.notes, ElementsAre("welds.csv: 1 welds name one part alone",
+  EXPECT_THAT(list.Summary(), HasSubstr("7 kept (2 point welds, 1 seam, 1 locating point, 1 "
+                                        "clamping point), 0 dropped"));
+  EXPECT_EQ(list.CountWelds(), 3u);
+  EXPECT_THAT(list.notes, ElementsAre("welds.csv: welds that name one part alone: 1",
                                       "welds.csv: types not known, kept for point welds: \"flow "
                                       "drill\""));
 }
@@ -196,9 +197,9 @@ TEST(WeldListTest, HundredThousandRowsGoodAndBadAreNoWait) {
   std::string text = "id,x,y,z,parts\n";
   for (int i = 0; i < 50'000; ++i) text += "W" + std::to_string(i) + ",1,2,3,P1;P2\nS,1,2,3,P9\n";
   const PartsList parts = Parts(kParts);
-  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t start = std::clock();
   const WeldList list = Welds(text, parts);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 30);
   EXPECT_EQ(list.welds.size(), 50'000u);
   EXPECT_EQ(list.dropped.size(), 50'000u);
   const std::string error = ErrorOf([&] { RefuseFaults("list", 100'000, list.dropped); });

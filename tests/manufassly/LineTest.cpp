@@ -4,16 +4,15 @@
 #include <random>
 
 #include "tests/manufassly/Line.h"
-#include "tests/support/ReferenceAudit.h"
 
 namespace {
 
 using tests::Line;
-using Strings = std::vector<std::string>;
+using tests::Strings;
 using Kind = biwplan::AssemblyFinding::Kind;
 using Gesture = std::function<void(Line&)>;
 
-class LineTest : public tests::ReferenceAudit {};
+using LineTest = tests::ReferenceAudit;
 
 // The gestures that build a line of stations, each with a part, an output and a flow to the next.
 std::vector<Gesture> GesturesOf(const Strings& stations, bool closed) {
@@ -33,13 +32,12 @@ std::vector<Gesture> GesturesOf(const Strings& stations, bool closed) {
 std::unique_ptr<Line> Perform(const Strings& stations, const std::vector<Gesture>& gestures,
                               const std::vector<int>& order) {
   auto line = std::make_unique<Line>(stations);
-  for (const std::string& station : stations) line->Part("part " + station);
   for (const int i : order) gestures[static_cast<std::size_t>(i)](*line);
   return line;
 }
 
 bool ContainsItself(const Line& line) {
-  const auto findings = biwplan::CheckAssemblies(*line.Document());
+  const auto findings = biwplan::CheckAssemblies(*line.plant.Document());
   return std::any_of(findings.begin(), findings.end(),
                      [](const auto& finding) { return finding.kind == Kind::ContainsItself; });
 }
@@ -94,8 +92,8 @@ class RandomPlanner {
  public:
   RandomPlanner(unsigned seed, bool withRings) : random_(seed), withRings_(withRings) {
     for (const std::string& station : stations_) {
-      line_.Part("part " + station);
-      line_.Operation("operation of " + station, tests::Plant::Task::None, &line_.At(station));
+      line_.plant.Operation("operation of " + station, tests::Plant::Task::None,
+                            &line_.At(station));
     }
   }
 
@@ -142,7 +140,7 @@ class RandomPlanner {
 // What is out of step but for `expected`.
 Strings Faults(const Line& line, Kind expected) {
   Strings faults;
-  for (const auto& finding : biwplan::CheckAssemblies(*line.Document())) {
+  for (const auto& finding : biwplan::CheckAssemblies(*line.plant.Document())) {
     if (finding.kind != expected) faults.push_back(biwplan::Describe(finding));
   }
   return faults;

@@ -4,8 +4,8 @@
 #include "host/dialog/Dialog.h"
 #include "host/fastening/TuvEMfgAssemblyFactory.h"
 #include "host/fastening/TuvKelBIWSettingsServices.h"
-#include "tests/dialog/CatalogFolder.h"
 #include "tests/scene/ApplicationAudit.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace {
 
@@ -130,7 +130,7 @@ TEST_F(ApplicationTest, SettingsMessagesAndEnvironmentAreTheApplications) {
   EXPECT_EQ(ZefGetEnv("PATH"), nullptr);
   application->SetEnvironment("PATH", "");
   EXPECT_STREQ(ZefGetEnv("PATH"), "");
-  const CatalogFolder folder;
+  const tests::ScratchFolder folder;
   folder.Write("Cmd.en.txt", "Sum = %1 and %2 of %3, %10");
   ZefMsgCatalog catalog;
   EXPECT_EQ(catalog.LoadMsgCatalog("Cmd", 0), 0);

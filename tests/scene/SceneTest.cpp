@@ -183,7 +183,7 @@ TEST_F(SceneTest, ReframingFitsTheViewToTheSet) {
 
 TEST_F(SceneTest, AChainOfProductsOfAnyLengthIsWritten) {
   Product* last = &plant->Document()->RootProduct();
-  constexpr int kLength = 20000;
+  constexpr int kLength = 5000;
   for (int i = 0; i < kLength; ++i) last = &plant->Part(std::to_string(i), last);
   const SceneTree tree = SceneOf(application->MainViewer());
   ASSERT_EQ(tree.nodes.size(), static_cast<std::size_t>(kLength));

@@ -1,17 +1,14 @@
-#include <gtest/gtest.h>
 #include <map>
 
 #include "services/TuvBIWActivityIntelligenceServices.h"
-#include "tests/support/EditedPlant.h"
 #include "tests/support/HostFailures.h"
-#include "tests/support/ReferenceAudit.h"
-#include "tests/support/TraceRecorder.h"
+#include "tests/support/PlantTest.h"
 
 namespace {
 
 using Intelligence = TuvBIWActivityIntelligenceServices;
-using Strings = std::vector<std::string>;
-using Task = tests::Plant::Task;
+using namespace tests;
+using Task = Plant::Task;
 
 class Welder : public TuvIBIWActivityWelding {
  public:
@@ -47,7 +44,30 @@ class Robot : public ComponentObject<ZefISPPActivity, Welder, SeamMaker> {
   Strings updates;
 };
 
-class CycleTimeTest : public tests::ReferenceAudit {};
+class CycleTimeTest : public PlantTest {
+ protected:
+  // Two welding operations, one for seams, one for neither; 12 s each, 3 s for a weld, 15 mm/s.
+  void LayOut() {
+    plant.Station("ST1");
+    auto& welding = plant.Operation("WELDING");
+    plant.Operation("MOVING", Task::None);
+    auto& seams = plant.Operation("SEAMS", Task::CurveFastening);
+    plant.Assign(welding, plant.Weld("SW-1"));
+    plant.Assign(welding, plant.Weld("SW-2"));
+    plant.Assign(seams, plant.Seam("SEAM-1", {{0, 0, 0}, {30, 40, 0}, {30, 40, 100}}));
+    Forget();
+  }
+  void Forget() {
+    for (const auto& activity : plant.Document()->Activities()) activity->SetCycleTime(-1);
+  }
+  std::map<std::string, double> Times() const {
+    std::map<std::string, double> times;
+    for (const auto& activity : plant.Document()->Activities()) {
+      times[activity->Key()] = activity->CycleTime();
+    }
+    return times;
+  }
+};
 
 TEST_F(CycleTimeTest, AnActivityIsUpdatedAsEachOfItsKindsWeldingFirst) {
   const struct {
@@ -73,76 +93,47 @@ TEST_F(CycleTimeTest, AnActivityIsUpdatedAsEachOfItsKindsWeldingFirst) {
   EXPECT_EQ(Intelligence::UpdateCycleTimeForWelding(nullptr), E_FAIL);
 }
 
-// Two welding operations, one for seams, one for neither; 12 s each, 3 s for a weld, 15 mm/s.
-class Line : public tests::EditedPlant {
- public:
-  Line() {
-    Station("ST1");
-    auto& welding = Operation("WELDING");
-    Operation("MOVING", Task::None);
-    auto& seams = Operation("SEAMS", Task::CurveFastening);
-    Assign(welding, Weld("SW-1"));
-    Assign(welding, Weld("SW-2"));
-    Assign(seams, Seam("SEAM-1", {{0, 0, 0}, {30, 40, 0}, {30, 40, 100}}));
-    Forget();
-  }
-  void Forget() {
-    for (const auto& activity : Document()->Activities()) activity->SetCycleTime(-1);
-  }
-  std::map<std::string, double> Times() const {
-    std::map<std::string, double> times;
-    for (const auto& activity : Document()->Activities()) {
-      times[activity->Key()] = activity->CycleTime();
-    }
-    return times;
-  }
-};
-
 const std::map<std::string, double> kUpdated = {
     {"Process", -1}, {"ST1", -1}, {"WELDING", 18}, {"MOVING", -1}, {"SEAMS", 22}};
 
 TEST_F(CycleTimeTest, EveryActivityOfTheCurrentDocumentButTheRootIsUpdated) {
-  Line line;
-  tests::TraceRecorder trace;
+  LayOut();
   EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), S_OK);
-  EXPECT_EQ(line.Times(), kUpdated);
-  EXPECT_EQ(trace.Take(), (Strings{"TuvBIWServices::GetListOfAllActivities --> IN",
-                                   "TuvBIWServices::GetCurrentDocument --> IN",
-                                   "TuvBIWServices::GetCurrentDocument <-- OUT",
-                                   "TuvBIWServices::GetListOfAllActivities <-- OUT"}));
-  EXPECT_EQ(Intelligence::UpdateCycleTimeForWelding(&line.Root()), E_FAIL);
+  EXPECT_EQ(Times(), kUpdated);
+  EXPECT_EQ(trace.Take(),
+            Lines({"GetListOfAllActivities>", "GetCurrentDocument", "<GetListOfAllActivities"}));
+  EXPECT_EQ(Intelligence::UpdateCycleTimeForWelding(&plant.Root()), E_FAIL);
   EXPECT_EQ(trace.Take(), Strings());
-  line.application.SetCurrentEditor(nullptr);
+  application.SetCurrentEditor(nullptr);
   EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), E_FAIL);
 }
 
 TEST_F(CycleTimeTest, TheListOfActivitiesDecidesWhetherTheUpdateSucceeds) {
-  tests::EditedPlant plant;
   EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), E_FAIL) << "the root is alone";
   plant.Operation("MOVING", Task::None);
   EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), S_OK) << "there is nothing to update";
-  plant.application.Edit(embedded::MakeOwned<embedded::Document>(tests::Plant::Kind::Product));
+  application.Edit(embedded::MakeOwned<embedded::Document>(Plant::Kind::Product));
   EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), E_FAIL) << "there is no process";
 }
 
 TEST_F(CycleTimeTest, NoFailureOfTheHostLosesAReferenceOrTheUpdateAfterwards) {
-  Line line;
-  tests::ReferenceSnapshot before{line.Document()->Identity()};
-  for (const auto& activity : line.Document()->Activities()) before.Add(activity->Identity());
+  LayOut();
+  ReferenceSnapshot before{plant.Document()->Identity()};
+  for (const auto& activity : plant.Document()->Activities()) before.Add(activity->Identity());
   const long alive = CountLiveObjects();
   const auto update = [&] {
     Intelligence::UpdateAllCycleTimeActivities();
-    for (auto* const operation : line.Operations()) {
+    for (auto* const operation : plant.Operations()) {
       Intelligence::UpdateCycleTimeForWelding(operation);
     }
   };
-  const long met = tests::ForEachHostFailure(update, [&] {
+  const long met = ForEachHostFailure(update, [&] {
     ASSERT_EQ(before.Differences(), "");
     ASSERT_EQ(CountLiveObjects(), alive);
-    line.Forget();
+    Forget();
     update();
-    ASSERT_EQ(line.Times(), kUpdated);
-    line.Forget();
+    ASSERT_EQ(Times(), kUpdated);
+    Forget();
   });
   RecordProperty("host_failures", static_cast<int>(met));
   EXPECT_GT(met, 50);

@@ -1,17 +1,14 @@
 #include <filesystem>
-#include <gtest/gtest.h>
 
 #include "embedded/processdb/ProcessDatabase.h"
 #include "services/TuvBIWServices.h"
 #include "tests/support/HostFailures.h"
-#include "tests/support/Plant.h"
-#include "tests/support/ReferenceAudit.h"
-#include "tests/support/TraceRecorder.h"
+#include "tests/support/PlantTest.h"
 
 namespace {
 
 using Services = TuvBIWServices;
-using Strings = std::vector<std::string>;
+using namespace tests;
 
 // A process of a database that is made up: it hands out what it is told to.
 class Process : public ComponentObject<ZefIIPDDataMgt> {
@@ -67,7 +64,7 @@ Strings NamesOf(const ZefListPtrIUnknown& list) {
   return names;
 }
 
-class PaskWalkTest : public tests::ReferenceAudit {
+class PaskWalkTest : public ReferenceAudit {
  protected:
   // What a walk from the object gives, both ways; every reference is given back.
   Strings Upwards(Process* from) {
@@ -89,14 +86,14 @@ class PaskWalkTest : public tests::ReferenceAudit {
     EXPECT_EQ(trace.Lines(), Strings());
     for (auto* const process : {&line, &cell, &note, &task}) *process = nullptr;
     adapter = nullptr;
-    tests::ReferenceAudit::TearDown();
+    ReferenceAudit::TearDown();
   }
 
   Handle<Process> line = Make<Process>("LINE"), cell = Make<Process>("CELL"),
                   note = Make<Process>("NOTE"), task = Make<Process>("TASK");
   ZefIIPDAdapter_var adapter = AdoptAs<ZefIIPDAdapter>(new Adapter);
-  tests::ReferenceSnapshot snapshot{line, cell, note, task, adapter};
-  tests::TraceRecorder trace;
+  ReferenceSnapshot snapshot{line, cell, note, task, adapter};
+  TraceRecorder trace;
 };
 
 TEST_F(PaskWalkTest, TheParentIsTheFirstThatIsAcceptedAndTheWalkGoesUpThroughIt) {
@@ -158,10 +155,10 @@ TEST_F(PaskWalkTest, TheListIsReleasedBeforeItIsFilledEvenIfItAloneKeepsTheObjec
   Services::ClearUnknownList(nullptr);
 }
 
-// A document with a database in a file: of its welds, SW-1 is assigned to two processes there.
-class PaskRoom {
- public:
-  PaskRoom() {
+// The document has a database in a file: of its welds, SW-1 is assigned to two processes there.
+class PaskServicesTest : public PlantTest {
+ protected:
+  void SetUp() override {
     std::filesystem::remove(file);
     auto made = embedded::ProcessDatabase::Create(file);
     for (const char* const name : {"LINE", "CELL", "TASK"}) made->AddProcess(name, "", true);
@@ -173,43 +170,35 @@ class PaskRoom {
     made->Assign("SW-1", "CELL");
     plant.Document()->AttachDatabase(std::move(made));
   }
-  ~PaskRoom() {
+  void TearDown() override {
     plant.Document()->AttachDatabase(nullptr);
     std::filesystem::remove(file);
+    PlantTest::TearDown();
   }
 
-  Handle<IUnknown> ObjectOf(const char* process) {
-    Handle<IUnknown> object;
-    plant.Document()->GetObjectFromID(process, object.Put());
-    return object;
-  }
-
-  std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "pask-services.sqlite";
-  tests::Plant plant;
-  embedded::SpotWeld& weld = plant.Weld("SW-1");
-  embedded::SpotWeld& free = plant.Weld("SW-2");
-  embedded::CurveFastener& seam = plant.Seam("SEAM-1");
-  ZefIIPDAdapter_var adapter = plant.Document()->Identity();
+  // Tests of one program may run at the same time.
+  std::filesystem::path file =
+      std::filesystem::path(testing::TempDir()) /
+      (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".sqlite");
+  embedded::SpotWeld& assigned = plant.Weld("SW-1");
+  ZefBaseUnknown* const weld = assigned.Identity();
 };
 
-class PaskServicesTest : public tests::ReferenceAudit {};
-
 TEST_F(PaskServicesTest, AssignmentsAreCountedAndAddedToTheText) {
-  PaskRoom room;
-  const tests::TraceRecorder trace;
-  const tests::ReferenceSnapshot before{room.weld.Identity(), room.free.Identity(),
-                                        room.seam.Identity()};
+  ZefBaseUnknown* const free = plant.Weld("SW-2").Identity();
+  ZefBaseUnknown* const seam = plant.Seam("SEAM-1").Identity();
+  const ReferenceSnapshot before{weld, free, seam};
   const struct {
     ZefBaseUnknown* weld;
     int isAssigned, count;
     const char *text, *extended;
     HRESULT result;
   } cases[] = {
-      {room.weld.Identity(), 1, 2, "", "TASK;CELL", S_OK},
-      {room.weld.Identity(), 1, 2, "T", "T;TASK;CELL", S_OK},
-      {room.free.Identity(), 0, 0, "T", "T", E_FAIL},
-      {room.seam.Identity(), 0, 0, "", "", E_FAIL},
-      {room.plant.Document()->Identity(), 0, 0, "T", "T", E_FAIL},
+      {weld, 1, 2, "", "TASK;CELL", S_OK},
+      {weld, 1, 2, "T", "T;TASK;CELL", S_OK},
+      {free, 0, 0, "T", "T", E_FAIL},
+      {seam, 0, 0, "", "", E_FAIL},
+      {plant.Document()->Identity(), 0, 0, "T", "T", E_FAIL},
       {nullptr, 0, 0, "T", "T", E_FAIL},
   };
   for (const auto& c : cases) {
@@ -220,18 +209,16 @@ TEST_F(PaskServicesTest, AssignmentsAreCountedAndAddedToTheText) {
     EXPECT_EQ(Services::GetNumberOfPaskAssignments(c.weld), c.count);
     EXPECT_EQ(Services::IsWeldAssignedInPask(c.weld), c.isAssigned);
   }
-  room.weld.AnswerInterface(IID_TuvISpotWeld, false);
-  EXPECT_EQ(Services::IsWeldAssignedInPask(room.weld.Identity()), 0);
-  room.weld.AnswerInterface(IID_TuvISpotWeld, true);
+  assigned.AnswerInterface(IID_TuvISpotWeld, false);
+  EXPECT_EQ(Services::IsWeldAssignedInPask(weld), 0);
   EXPECT_EQ(before.Differences(), "");
   EXPECT_EQ(trace.Lines(), Strings());
 }
 
 TEST_F(PaskServicesTest, NoFailureOfTheDatabaseLosesAReferenceOrTheAnswerAfterwards) {
-  PaskRoom room;
-  ZefBaseUnknown* const weld = room.weld.Identity();
-  const auto task = room.ObjectOf("TASK");
-  ASSERT_TRUE(task);
+  const ZefIIPDAdapter_var adapter = plant.Document()->Identity();
+  Handle<IUnknown> task;
+  ASSERT_EQ(adapter->GetObjectFromID("TASK", task.Put()), S_OK);
   ZefListPtrIUnknown objects;
   ZefListValZefUnicodeString identifiers;
   ZefUnicodeString text;
@@ -240,13 +227,13 @@ TEST_F(PaskServicesTest, NoFailureOfTheDatabaseLosesAReferenceOrTheAnswerAfterwa
     text = "";
     Services::AddPaskAssignmentToText(weld, text);
     count = Services::GetNumberOfPaskAssignments(weld) + Services::IsWeldAssignedInPask(weld);
-    (void)Adopt(Services::GetParentErgoCompBaseProcess(task, room.adapter));
-    Services::GetListPaskObjectIDsTillRoot(task, room.adapter, identifiers);
-    Services::GetListPaskObjectsTillRoot(task, room.adapter, objects);
+    (void)Adopt(Services::GetParentErgoCompBaseProcess(task, adapter));
+    Services::GetListPaskObjectIDsTillRoot(task, adapter, identifiers);
+    Services::GetListPaskObjectsTillRoot(task, adapter, objects);
   };
   const long alive = CountLiveObjects();
-  const tests::ReferenceSnapshot before{weld, room.adapter, room.plant.Document()->Identity()};
-  const long met = tests::ForEachHostFailure(ask, [&] {
+  const ReferenceSnapshot before{weld, adapter};
+  const long met = ForEachHostFailure(ask, [&] {
     Services::ClearUnknownList(&objects);
     ASSERT_EQ(CountLiveObjects(), alive);
     ASSERT_EQ(before.Differences(), "");

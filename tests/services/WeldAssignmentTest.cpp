@@ -226,6 +226,7 @@ TEST_F(WeldAssignmentTest, UnassigningRemovesEveryLinkAndAlwaysAnswersFailure) {
   auto& stray = plant.Weld("STRAY");
   EXPECT_EQ(Assign(ListOf(a, a, b), &op), S_OK);
   plant.Assign(op, part);
+  op.Link(a.Identity(), embedded::ItemLink::FirstAssigned);
   stray.SetDisplayStatus(kAssignedStatus, 1);
   const int before = op.NodeRedraws();
   itemChanges = 0;
@@ -262,6 +263,13 @@ TEST_F(WeldAssignmentTest, ReallocatingMovesWhatTheTargetAccepts) {
   plant.Assign(target, b);
   b.SetRepresented(false);
   ShowLabels(ListOf(a));
+  op.Link(a.Identity(), embedded::ItemLink::FirstAssigned);
+  // Somebody suspended the target's callbacks before: what is pending is processed all the same.
+  Strings updated;
+  for (auto* const activity : {&op, &target}) {
+    activity->OnItemChange([&](Activity& changed) { updated.push_back(changed.Key()); });
+  }
+  target.SetCallbacksBlocked(1);
   auto welds = ListOf(a, nullptr, seam, b, part);
   EXPECT_EQ(Services::ReallocateWeld(&op, &target, &welds), E_FAIL);
   EXPECT_EQ(On(op), Strings{"S"}) << "the target refuses seams";
@@ -270,7 +278,7 @@ TEST_F(WeldAssignmentTest, ReallocatingMovesWhatTheTargetAccepts) {
   EXPECT_EQ(b.DisplayStatus(), kUnassignedStatus) << "it is not represented";
   EXPECT_EQ(op.Redraws() + target.Redraws(), 2);
   EXPECT_EQ(op.NodeRedraws() + target.NodeRedraws(), 0);
-  EXPECT_EQ(itemChanges, 1);
+  EXPECT_EQ(updated, (Strings{"OP10", "OP20"}));
   EXPECT_EQ(trace.Lines(), Lines({"ReallocateWeld"})) << "labels are left alone";
 }
 

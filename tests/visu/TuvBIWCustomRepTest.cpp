@@ -193,20 +193,6 @@ TEST_F(TuvBIWCustomRepTest, WithoutMemoryForTheTextTheRepresentationStaysEmpty) 
   EXPECT_FALSE(Make<TuvBIWCustomRep>(weld));
 }
 
-TEST_F(TuvBIWCustomRepTest, TheClassIsKnownByItsNameAndCannotBeCreatedByIt) {
-  EXPECT_STREQ(TuvBIWCustomRep::ClassName(), "TuvBIWCustomRep");
-  const auto rep = Make<TuvBIWCustomRep>(nullptr);
-  ASSERT_EQ(rep->GetMetaObject(), TuvBIWCustomRep::meta_object);
-  EXPECT_EQ(rep->GetMetaObject()->GetExtendedType(), "Zefnull");
-  EXPECT_EQ(TuvBIWCustomRep::ClassId(), TuvBIWCustomRep::MetaObject()->GetClassId());
-  EXPECT_STREQ(rep->IsA(), "TuvBIWCustomRep");
-  for (const char* const base : {"TuvBIWCustomRep", "Zef3DCustomRep", "Zef3DRep"}) {
-    EXPECT_EQ(rep->IsAKindOf(base), 1) << base;
-  }
-  EXPECT_EQ(rep->IsAKindOf("Zef3DBagRep"), 0);
-  EXPECT_EQ(TuvBIWCustomRep::CreateItself(), nullptr);
-}
-
 // A weld that ends takes its label with it, since the label points at it.
 TEST_F(TuvBIWCustomRepTest, TheLabelEndsWithItsWeld) {
   tests::Plant plant;

@@ -5,21 +5,26 @@
 #include <gtest/gtest.h>
 #include <string>
 
-// A folder of catalog files for the length of one test.
-class CatalogFolder {
+#include "embedded/Error.h"
+
+namespace tests {
+
+// A folder of files for the length of one test.
+class ScratchFolder {
  public:
-  CatalogFolder() {
+  ScratchFolder() {
     const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
     path_ = std::filesystem::path(testing::TempDir()) /
             (std::string(test->test_suite_name()) + "." + test->name());
     std::filesystem::create_directories(path_);
   }
-  ~CatalogFolder() { std::filesystem::remove_all(path_); }
-  CatalogFolder(const CatalogFolder&) = delete;
-  CatalogFolder& operator=(const CatalogFolder&) = delete;
+  ~ScratchFolder() { std::filesystem::remove_all(path_); }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
 
   const std::filesystem::path& Path() const { return path_; }
   std::filesystem::path Write(const std::string& name, const std::string& bytes) const {
+    std::filesystem::create_directories((path_ / name).parent_path());
     std::ofstream(path_ / name, std::ios::binary) << bytes;
     return path_ / name;
   }
@@ -27,3 +32,16 @@ class CatalogFolder {
  private:
   std::filesystem::path path_;
 };
+
+// What the error says, or nothing when there is none.
+template <class Action>
+std::string ErrorOf(const Action& action) {
+  try {
+    action();
+  } catch (const embedded::InputError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+}  // namespace tests

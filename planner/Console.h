@@ -1,0 +1,18 @@
+#pragma once
+
+#include <ostream>
+
+namespace biwplan {
+
+// Where the program speaks to: results on one stream, messages on the other. The streams outlive
+// it.
+struct Console {
+  std::ostream& results;
+  std::ostream& messages;
+  // A user watches the messages.
+  bool isWatched = false;
+  // Results are for programs.
+  bool isJson = false;
+};
+
+}  // namespace biwplan

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "embedded/Application.h"
+#include "embedded/dialog/RecordedDialogs.h"
+#include "host/values/List.h"
+#include "host/visu/ZefModelForRep3D.h"
+#include "planner/Console.h"
+#include "planner/names/Names.h"
+#include "planner/report/Progress.h"
+
+namespace biwplan {
+
+// One planner at work on one document file.
+class Session {
+ public:
+  // The console outlives the session. The file is read when a command first needs it.
+  Session(std::filesystem::path iFile, Console& ioConsole);
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  const std::filesystem::path& File() const { return file_; }
+  embedded::Application& Application() { return application_; }
+
+  // InputError when the file is missing or cannot be read.
+  embedded::Document& Document();
+  Names Find() { return Names(Document()); }
+  // True once the document was read or made.
+  bool HasDocument() const { return application_.Edited() != nullptr; }
+  // Begins anew with this document, which is not saved yet.
+  void Begin(embedded::Owned<embedded::Document> iDocument);
+
+  // The document differs from its file.
+  void Changed() { isChanged_ = true; }
+  bool IsChanged() const { return isChanged_; }
+  void Save();
+
+  // Labels in the view, in place of those shown before; false when none could be shown.
+  bool ShowLabels(ZefListValZefBaseUnknown_var& iWelds);
+  // Answers how many there were.
+  int DropLabels();
+
+  // A bar on the console, if somebody watches.
+  Progress Watch(const std::string& iWhat, std::size_t iTotal) const;
+
+  // The warnings shown since the last call.
+  std::vector<DialogRequest> TakeWarnings();
+
+  // The loop that runs the commands shall end.
+  void Leave() { isLeaving_ = true; }
+  void Stay() { isLeaving_ = false; }
+  bool IsLeaving() const { return isLeaving_; }
+
+ private:
+  // Shows a warning as text and remembers it.
+  class Dialogs : public embedded::RecordedDialogs {
+   public:
+    explicit Dialogs(Console& ioConsole) : console_(ioConsole) {}
+    int Show(const DialogRequest& iRequest) override;
+
+   private:
+    Console& console_;
+  };
+
+  std::filesystem::path file_;
+  Console& console_;
+  Dialogs dialogs_;
+  embedded::Application application_;
+  list<ZefModelForRep3D> labels_;
+  bool isChanged_ = false;
+  bool isLeaving_ = false;
+};
+
+}  // namespace biwplan

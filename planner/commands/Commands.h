@@ -1,0 +1,19 @@
+#pragma once
+
+namespace biwplan {
+
+class CommandTable;
+
+// Each adds the commands of one subject to the last group of the table.
+void AddDocumentCommands(CommandTable& ioTable);
+void AddNewCommand(CommandTable& ioTable);
+void AddShowCommand(CommandTable& ioTable);
+void AddListCommands(CommandTable& ioTable);
+void AddAssignmentCommands(CommandTable& ioTable);
+void AddQuestionCommands(CommandTable& ioTable);
+void AddViewCommands(CommandTable& ioTable);
+void AddExternalCommands(CommandTable& ioTable);
+void AddCycleTimeCommand(CommandTable& ioTable);
+void AddShellCommands(CommandTable& ioTable);
+
+}  // namespace biwplan

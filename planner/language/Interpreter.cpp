@@ -1,0 +1,76 @@
+#include "planner/language/Interpreter.h"
+
+#include <new>
+
+#include "embedded/Error.h"
+#include "planner/language/CommandTable.h"
+#include "planner/language/Syntax.h"
+#include "planner/language/Words.h"
+
+namespace biwplan {
+
+namespace {
+
+// For a program: the command, its data, and the warnings that the user was shown.
+std::string AsJson(const std::string& verb, const Json& data,
+                   const std::vector<DialogRequest>& warnings) {
+  Json object = {{"command", verb}};
+  object.update(data);
+  for (const DialogRequest& warning : warnings) {
+    object["warnings"].push_back({{"title", warning.title}, {"message", warning.message}});
+  }
+  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace
+
+Outcome Interpreter::Fail(const std::string& place, const std::string& what) {
+  console_.results.flush();
+  session_.TakeWarnings();
+  console_.messages << "biwplan: " << place << (place.empty() ? "" : ": ") << what << '\n'
+                    << std::flush;
+  return Outcome::Failed;
+}
+
+Outcome Interpreter::Run(const std::vector<std::string>& iWords, const std::string& iPlace) {
+  if (iWords.empty()) return Outcome::Yes;
+  try {
+    return Answer(iWords) ? Outcome::Yes : Outcome::No;
+  } catch (const std::bad_alloc&) {
+    return Fail(iPlace, "the memory does not suffice");
+  } catch (const std::exception& error) {
+    return Fail(iPlace, error.what());
+  }
+}
+
+Outcome Interpreter::RunLine(std::string_view iLine, const std::string& iPlace) {
+  std::vector<std::string> words;
+  try {
+    words = SplitWords(iLine);
+  } catch (const embedded::InputError& error) {
+    return Fail(iPlace, error.what());
+  }
+  return Run(words, iPlace);
+}
+
+bool Interpreter::Answer(const std::vector<std::string>& words) {
+  const CommandEntry& entry = CommandTable::All().Require(words);
+  const std::unique_ptr<Command> command = entry.make();
+  Syntax syntax(entry.verb, entry.summary);
+  command->Declare(syntax);
+  const auto first = words.begin() + static_cast<std::ptrdiff_t>(entry.WordCount());
+  syntax.Read({first, words.end()});
+  if (syntax.AsksForHelp()) {
+    console_.results << syntax.Help() << std::flush;
+    return true;
+  }
+  const biwplan::Answer answer = command->Run(session_);
+  const std::vector<DialogRequest> warnings = session_.TakeWarnings();
+  const bool isJson = console_.isJson || syntax.IsJson();
+  console_.results << (isJson ? AsJson(entry.verb, answer.data, warnings)
+                              : command->InWords(answer.data))
+                   << std::flush;
+  return !answer.isNo;
+}
+
+}  // namespace biwplan

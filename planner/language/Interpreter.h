@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "planner/Console.h"
+#include "planner/Session.h"
+
+namespace biwplan {
+
+enum class Outcome { Yes, No, Failed };
+
+// Runs commands and prints what they answer.
+class Interpreter {
+ public:
+  Interpreter(Session& ioSession, Console& ioConsole) : session_(ioSession), console_(ioConsole) {}
+
+  // A failure is printed, with the place in front, and leaves the document as it was. Nothing to
+  // run counts as Yes.
+  Outcome Run(const std::vector<std::string>& iWords, const std::string& iPlace = {});
+  Outcome RunLine(std::string_view iLine, const std::string& iPlace = {});
+
+ private:
+  bool Answer(const std::vector<std::string>& words);
+  Outcome Fail(const std::string& place, const std::string& what);
+
+  Session& session_;
+  Console& console_;
+};
+
+}  // namespace biwplan

@@ -1,0 +1,37 @@
+#include "planner/language/Shell.h"
+
+namespace biwplan {
+
+namespace {
+
+bool IsAnswer(const std::optional<std::string>& text, char letter) {
+  return text && !text->empty() && ((*text)[0] | 0x20) == letter;
+}
+
+// False when the user wants to go on.
+bool SettleChanges(LineSource& user, Session& session, Interpreter& interpreter, Console& console) {
+  if (!session.IsChanged()) return true;
+  const std::optional<std::string> answer =
+      user.Ask("Save the changes to " + session.File().string() + "? (yes, no, cancel) ");
+  if (IsAnswer(answer, 'y')) return interpreter.Run({"save"}) != Outcome::Failed;
+  if (answer && !IsAnswer(answer, 'n')) return false;
+  console.messages << "biwplan: the changes are not saved\n" << std::flush;
+  return true;
+}
+
+}  // namespace
+
+void RunShell(LineSource& ioUser, Session& ioSession, Interpreter& ioInterpreter,
+              Console& ioConsole) {
+  while (true) {
+    const std::optional<std::string> line =
+        ioUser.Ask(ioSession.IsChanged() ? "biwplan*> " : "biwplan> ");
+    if (line && line->find_first_not_of(" \t") != std::string::npos) ioUser.Remember(*line);
+    if (line) ioInterpreter.RunLine(*line);
+    if (line && !ioSession.IsLeaving()) continue;
+    if (SettleChanges(ioUser, ioSession, ioInterpreter, ioConsole)) return;
+    ioSession.Stay();
+  }
+}
+
+}  // namespace biwplan
