@@ -105,13 +105,10 @@ bool ListReader::TakesRest(std::size_t column) const {
          *map_.positions[column] + 1 == map_.width;
 }
 
-void ListReader::RequireOneOf(const std::vector<std::size_t>& iColumns) {
+std::size_t ListReader::RequireOneOf(const std::vector<std::size_t>& iColumns) const {
   std::string names;
   for (const std::size_t column : iColumns) {
-    if (Has(column)) {
-      lastRequired_ = std::max(lastRequired_, *map_.positions[column]);
-      return;
-    }
+    if (Has(column)) return column;
     names += (names.empty() ? "" : " or ") + std::string(FieldName(column));
   }
   throw InputError(source_ + ": no column is headed " + names + "; the list needs one that is");
@@ -127,14 +124,21 @@ bool ListReader::Next(std::size_t iMostRows) {
   return true;
 }
 
+void ListReader::RequireLength(std::size_t length) const {
+  if (csv_.Fields().size() >= length) return;
+  throw RowError(FaultKind::ShortRow,
+                 "the row ends after " + std::to_string(csv_.Fields().size()) + " of at least " +
+                     std::to_string(length) +
+                     " fields; every field up to the last required one must be there");
+}
+
+void ListReader::RequireField(std::size_t iColumn) const {
+  RequireLength(*map_.positions[iColumn] + 1);
+}
+
 void ListReader::CheckLength() {
+  RequireLength(lastRequired_ + 1);
   const std::vector<std::string_view>& fields = csv_.Fields();
-  if (fields.size() <= lastRequired_) {
-    throw RowError(FaultKind::ShortRow, "the row ends after " + std::to_string(fields.size()) +
-                                            " of at least " + std::to_string(lastRequired_ + 1) +
-                                            " fields; every field up to the last required one " +
-                                            "must be there");
-  }
   if (fields.size() <= lastUsed_) ++shortened_;
   if (isOrderDeclared_ || isOpenEnded_ || fields.size() <= map_.width) return;
   const auto extra = fields.begin() + static_cast<std::ptrdiff_t>(map_.width);

@@ -25,12 +25,14 @@ class ListReader {
   ListReader(std::istream& iStream, const std::string& iSource, std::vector<ColumnSpec> iSpecs,
              const std::string& iOrder = {});
 
-  // The first of the columns that the list has becomes required; InputError when it has none.
-  void RequireOneOf(const std::vector<std::size_t>& iColumns);
+  // The first of the columns that the list has; InputError when it has none.
+  std::size_t RequireOneOf(const std::vector<std::size_t>& iColumns) const;
   // Moves on to the next row; false at the end. InputError as CsvReader, and past `iMostRows`.
   bool Next(std::size_t iMostRows);
   // RowError for a row that ends before its last required field or goes on past the header.
   void CheckLength();
+  // RowError for a row that ends before this column.
+  void RequireField(std::size_t iColumn) const;
   long Line() const { return csv_.Line(); }
   const std::string& Source() const { return source_; }
   std::size_t RowsRead() const { return rowsRead_; }
@@ -59,6 +61,7 @@ class ListReader {
   void ReadHeader();
   void FindLastRequired();
   bool TakesRest(std::size_t column) const;
+  void RequireLength(std::size_t length) const;
 
   std::string source_;
   std::vector<ColumnSpec> specs_;

@@ -67,7 +67,7 @@ class WeldListImport {
                  const WeldListOptions& options)
       : reader_(stream, source, WeldColumns(), options.columnOrder), parts_(parts) {
     list_.source = source;
-    reader_.RequireOneOf({Parts, Part1});
+    partsColumn_ = reader_.RequireOneOf({Parts, Part1});
   }
 
   WeldList Run() {
@@ -110,6 +110,7 @@ class WeldListImport {
     weld.parts = JoinedParts();
     const bool joins = type.shape == WeldShape::Point || type.shape == WeldShape::Curve;
     if (joins && weld.parts.empty()) {
+      reader_.RequireField(partsColumn_);
       throw RowError(FaultKind::MissingPart, "no part is named; a weld names the parts it joins");
     }
     if (type.shape == WeldShape::Curve) weld.points.push_back({weld.line, weld.position});
@@ -188,6 +189,7 @@ class WeldListImport {
 
   ListReader reader_;
   const NameIndex& parts_;
+  std::size_t partsColumn_ = Parts;
   WeldList list_;
   RowFaults faults_;
   std::unordered_map<std::string, std::size_t> places_;

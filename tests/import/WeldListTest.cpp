@@ -95,7 +95,7 @@ TEST(WeldListTest, ABrokenListReportsEachRowWithItsLine) {
       {3, FaultKind::MissingPart, "the part \"RD-999\" is not in the parts list"},
       {4, FaultKind::DuplicateId, "the id \"G1\" stands on line 2 already"},
       {5, FaultKind::BadNumber, "y is \"12o\"; it must be a number"},
-      {6, FaultKind::ShortRow, "the row ends after 3 of at least 5 fields"},
+      {6, FaultKind::ShortRow, "the row ends after 3 of at least 4 fields"},
       {7, FaultKind::NotFinite, "x is \"nan\""},
       {8, FaultKind::NotFinite, "y is \"-inf\""},
       {9, FaultKind::NotFinite, "z is \"1e999\""},
@@ -137,19 +137,23 @@ TEST(WeldListTest, ABrokenListReportsEachRowWithItsLine) {
 TEST(WeldListTest, SeamsLocatorsClampsAndUnknownTypes) {
   const WeldList list = Welds(
       "id,x,y,z,parts,type,diameter\n"
-      "S1,0,0,0,P1;P2,MAG,\nW1,1,1,1,P1,spot,5.5\nS1,10,0,0,,,\nS1,10,20,0,P1;P2,mag weld,\n"
-      "L1,1,2,3,,locating pin,\nC1,4,5,6,P1,Clamp,\nX1,7,8,9,P2;P1,flow drill,\n",
+      "S1,0,0,0,P1;P2,MAG,\nW1,1,1,1,P1,spot,5.5\nS1,10,0,0\nS1,10,20,0,P1;P2,mag weld,\n"
+      "L1,1,2,3,,locating pin,\nC1,4,5,6,P1,Clamp,\nX1,7,8,9,P2;P1,flow drill,\nW2,1,2,3\n",
       Parts(kParts));
   EXPECT_EQ(Shown(list),
             "S1 arc (0 0 0) P1 P2\nW1 spot (1 1 1) P1\nL1 locator (1 2 3)\nC1 clamp (4 5 6) P1\n"
-            "X1 flow drill (7 8 9) P2 P1\n");
+            "X1 flow drill (7 8 9) P2 P1\n"
+            "welds.csv, line 9: the row ends after 4 of at least 5 fields; every field up to the "
+            "last required one must be there\n");
   ASSERT_EQ(list.welds[0].points.size(), 3u);
   EXPECT_THAT(list.welds[0].points[2].position, ElementsAre(10, 20, 0));
   EXPECT_EQ(list.welds[1].diameter, 5.5);
   EXPECT_THAT(list.Summary(), HasSubstr("7 kept (2 point welds, 1 seam, 1 locating point, 1 "
-                                        "clamping point), 0 dropped"));
+                                        "clamping point), 1 dropped"));
   EXPECT_EQ(list.CountWelds(), 3u);
-  EXPECT_THAT(list.notes, ElementsAre("welds.csv: welds that name one part alone: 1",
+  EXPECT_THAT(list.notes, ElementsAre("welds.csv: rows that end before the last column: 2; the "
+                                      "fields they lack count as empty",
+                                      "welds.csv: welds that name one part alone: 1",
                                       "welds.csv: types not known, kept for point welds: \"flow "
                                       "drill\""));
 }
