@@ -172,7 +172,11 @@ TEST(WeldListTest, WhatIsNoWeldListIsRefused) {
       {"id,x,y,z,parts\nW1,1,2,3,\"P1\n", "", "welds.csv, line 2: the quote"},
   };
   for (const auto& [text, order, error] : cases) {
-    EXPECT_THAT(ErrorOf([&] { Welds(text, parts, {order, false}); }), HasSubstr(error)) << text;
+    EXPECT_THAT(ErrorOf([&, text = text, order = order] {
+                  Welds(text, parts, {order, false});
+                }),
+                HasSubstr(error))
+        << text;
   }
   EXPECT_THAT(ErrorOf([] { OpenList(DataFile("")); }), HasSubstr("is a directory"));
   EXPECT_THAT(ErrorOf([] { OpenList(DataFile("none.csv")); }), HasSubstr("cannot be opened"));
