@@ -9,6 +9,7 @@
 #include "services/TuvBIWServices.h"
 #include "tests/support/PlantTest.h"
 #include "visu/TuvBIWCustomRep.h"
+#include "visu/TuvBIWPreviewWindow.h"
 
 namespace {
 
@@ -27,6 +28,9 @@ TEST_F(RegistrationTest, EachClassIsRegisteredUnderItsNameWithItsBaseAndType) {
   } cases[] = {
       {TuvBIWCustomRep::MetaObject, TuvBIWCustomRep::ClassName, TuvBIWCustomRep::ClassId,
        "TuvBIWCustomRep", "Zef3DCustomRep", "Zefnull", Implementation, sizeof(TuvBIWCustomRep)},
+      {TuvBIWPreviewWindow::MetaObject, TuvBIWPreviewWindow::ClassName,
+       TuvBIWPreviewWindow::ClassId, "TuvBIWPreviewWindow", "ZefEventSubscriber", "ZefNull",
+       Implementation, sizeof(TuvBIWPreviewWindow)},
       {TuvEUpdateManufAssly::MetaObject, TuvEUpdateManufAssly::ClassName,
        TuvEUpdateManufAssly::ClassId, "TuvEUpdateManufAssly", "TuvIUpdateManufAssly",
        "PhysicalActivity", TypeExtension, sizeof(TuvEUpdateManufAssly)},
@@ -106,8 +110,9 @@ TEST_F(RegistrationTest, TheFactoryTiesTheExtensionToItsObjectUnlessMemoryIsExha
   EXPECT_EQ(bare->GetImpl(0), nullptr);
 }
 
-TEST_F(RegistrationTest, TheRepresentationOfAWeldCannotBeCreatedByName) {
+TEST_F(RegistrationTest, LabelsAndPreviewWindowsCannotBeCreatedByName) {
   EXPECT_EQ(TuvBIWCustomRep::CreateItself(), nullptr);
+  EXPECT_EQ(TuvBIWPreviewWindow::CreateItself(), nullptr);
   const auto created = Adopt(TuvEUpdateManufAssly::CreateItself());
   EXPECT_STREQ(created->IsA(), "TuvEUpdateManufAssly");
 }
