@@ -17,15 +17,15 @@ constexpr char kPreviousEntry[] = "TuvBIWServices::GetPreviousActivities -- IN";
 constexpr char kPreviousExit[] = "TuvBIWServices::GetPreviousActivities -- OUT";
 
 // The labels from the activity up to the one below the root; none for an activity without parent.
-std::vector<ZefUnicodeString> LabelsBelowRoot(ZefISPPActivity* activity) {
+std::vector<ZefUnicodeString> LabelsBelowRoot(ZefISPPActivity& activity) {
   ZefISPPAbstractActivity_var parent = ParentOf(activity);
   if (!parent) return {};
-  std::vector<ZefUnicodeString> labels{activity->GetLabel()};
+  std::vector<ZefUnicodeString> labels{activity.GetLabel()};
   while (parent) {
     TuvKelBIWUtilsTrace.TraPutLN("LOOP");
     if (ZefISPPActivityRoot_var(parent)) break;
     labels.push_back(parent->GetLabel());
-    parent = ZefISPPActivity_var(ParentOf(parent));
+    parent = ZefISPPActivity_var(ParentOf(*parent));
   }
   return labels;
 }
@@ -53,7 +53,7 @@ ZefISPPAbstractActivity_var AppendPrevious(const ZefISPPActivity_var& activity,
     TuvBIWServices::GetDescendants(predecessor, descendants);
   }
   for (const auto& descendant : Each<ZefBaseUnknown>(descendants)) ioActivities.Append(descendant);
-  const ZefISPPAbstractActivity_var parent = ParentOf(activity);
+  const ZefISPPAbstractActivity_var parent = ParentOf(*activity);
   if (parent) ioActivities.Append(parent);
   return parent;
 }
@@ -64,7 +64,7 @@ HRESULT TuvBIWServices::GetActivityHierarchy(ZefISPPActivity* iActivity, ZefUnic
   const TraceScope trace("TuvBIWServices::GetActivityHierarchy --> IN",
                          "TuvBIWServices::GetActivityHierarchy <-- OUT");
   if (!iActivity) return E_FAIL;
-  const std::vector<ZefUnicodeString> labels = LabelsBelowRoot(iActivity);
+  const std::vector<ZefUnicodeString> labels = LabelsBelowRoot(*iActivity);
   if (labels.empty()) return E_FAIL;
   ioText = labels.back();
   for (auto label = labels.rbegin() + 1; label != labels.rend(); ++label) {

@@ -10,10 +10,14 @@ std::unique_ptr<ZefListValZefBaseUnknown_var> ChildActivities(
                                                                   : nullptr);
 }
 
-ZefISPPAbstractActivity_var ParentOf(const ZefISPPAbstractActivity_var& iActivity) {
+ZefISPPAbstractActivity_var ParentOf(ZefISPPAbstractActivity& iActivity) {
   ZefISPPAbstractActivity_var parent;
-  iActivity->GetParentActivity(parent);
+  iActivity.GetParentActivity(parent);
   return parent;
+}
+
+ZefISPPAbstractActivity_var ParentOf(const ZefISPPAbstractActivity_var& iActivity) {
+  return iActivity ? ParentOf(*iActivity) : nullptr;
 }
 
 ZefListValZefBaseUnknown_var PreviousActivities(const ZefISPPActivity_var& iActivity) {

@@ -9,6 +9,8 @@
 std::unique_ptr<ZefListValZefBaseUnknown_var> ChildActivities(const ZefISPPActivity_var& iActivity);
 
 // Null at the top.
+ZefISPPAbstractActivity_var ParentOf(ZefISPPAbstractActivity& iActivity);
+// The same of an activity that may not say where it stands in the tree: null then, too.
 ZefISPPAbstractActivity_var ParentOf(const ZefISPPAbstractActivity_var& iActivity);
 
 // The previous activities; none for an activity without flow.

@@ -1,4 +1,5 @@
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "host/component/ZefMetaClass.h"
@@ -7,6 +8,7 @@
 #include "host/fastening/TuvKelBIWSettingsServices.h"
 #include "host/processdb/ProcessDb.h"
 #include "host/values/Each.h"
+#include "services/ActivityTree.h"
 #include "services/TuvBIWServices.h"
 #include "services/UnknownList.h"
 
@@ -29,16 +31,16 @@ bool ArePartsAmong(const ZefListValZefBaseUnknown_var& loaded, TuvIBIWFastener& 
   return TuvBIWServices::CompareTwoLists(loaded, joined, comparison) != 0;
 }
 
+// One new list costs less than many removals from a long one.
 void RemoveInvalid(const ZefListValZefBaseUnknown_var& loaded,
                    ZefListValZefBaseUnknown_var& ioFasteners) {
-  for (int i = 1; i <= ioFasteners.Size();) {
-    const TuvIBIWFastener_var fastener = ioFasteners[i];
-    if (!fastener || ArePartsAmong(loaded, *fastener)) {
-      ++i;
-    } else {
-      ioFasteners.RemoveValue(fastener);
-    }
+  ZefListValZefBaseUnknown_var kept;
+  for (int i = 1; i <= ioFasteners.Size(); ++i) {
+    const ZefBaseUnknown_var element = ioFasteners[i];
+    const TuvIBIWFastener_var fastener = element;
+    if (!fastener || ArePartsAmong(loaded, *fastener)) kept.Append(element);
   }
+  ioFasteners = std::move(kept);
 }
 
 // Whether the process database manages the document; nothing when the document has no environment
@@ -55,10 +57,7 @@ std::optional<bool> IsManaged(ZefDocument& document) {
 Handle<IUnknown> FindDatabaseObject(ZefISPPActivity_var activity, ZefIIPDAdapter& adapter) {
   Handle<IUnknown> object;
   while (activity && Failed(adapter.GetIPDObject(activity, object.Put()))) {
-    const ZefISPPAbstractActivity_var node = activity;
-    ZefISPPAbstractActivity_var parent;
-    if (node) node->GetParentActivity(parent);
-    activity = parent;
+    activity = ParentOf(activity);
     object = nullptr;
   }
   return object;
@@ -120,14 +119,15 @@ class VersionCheck {
 
   std::optional<ZefListValZefUnicodeString> AskFor(const ZefUnicodeString& identifier) {
     Handle<IUnknown> object;
-    if (Failed(adapter_.GetObjectFromID(identifier, object.Put()))) return {};
+    if (Failed(adapter_.GetObjectFromID(identifier, object.Put())) || !object) return {};
     ZefListPtrIUnknown* answer = nullptr;
     versions_.ListRelatedVersions(object, answer);
     const UnknownList related(answer);
     ZefListValZefUnicodeString identifiers;
     for (int i = 1; related && i <= related->Size(); ++i) {
-      ZefUnicodeString version;
-      if (Succeeded(adapter_.GetObjectID((*related)[i], version))) identifiers.Append(version);
+      IUnknown* const version = (*related)[i];
+      ZefUnicodeString name;
+      if (version && Succeeded(adapter_.GetObjectID(version, name))) identifiers.Append(name);
     }
     return identifiers;
   }

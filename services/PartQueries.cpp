@@ -73,7 +73,7 @@ class WalkBack {
     Step& step = path_.back();
     ++step.position;
     if (step.previous.Size() == 0 && step.position == 1) {
-      Enter(ParentOf(step.activity));
+      Enter(ParentOf(*step.activity));
       return true;
     }
     if (step.position > step.previous.Size()) return false;
