@@ -98,10 +98,12 @@ HRESULT Application::PartLoadConstraint(unsigned char& oOn) {
 }
 
 HRESULT Application::CreateMfgAssembly(ZefDocument* iDocument, TuvIMfgAssembly** oAssembly) {
-  ZefDocument* const current = current_ ? current_->GetDocument() : nullptr;
-  auto* const document = ObjectAs<Document>(iDocument ? iDocument : current);
-  if (!oAssembly || !document || FaultPoint::Strikes()) return E_FAIL;
-  *oAssembly = Handle<TuvIMfgAssembly>(document->AddAssembly().Identity()).Detach();
+  ZefDocument* const asked = iDocument || !current_ ? iDocument : current_->GetDocument();
+  auto* const document = ObjectAs<Document>(asked);
+  if (!oAssembly || (asked && !document) || FaultPoint::Strikes()) return E_FAIL;
+  const auto assembly = document ? Owned<MfgAssembly>(&document->AddAssembly())
+                                 : MakeOwned<MfgAssembly>("MA", MembershipPointer());
+  *oAssembly = Handle<TuvIMfgAssembly>(assembly->Identity()).Detach();
   return S_OK;
 }
 

@@ -149,7 +149,9 @@ TEST_F(ApplicationTest, AssembliesAreMadeInTheDocumentThatIsMeant) {
   EXPECT_EQ(TuvEMfgAssemblyFactory(other.Document().Get()).CreateMfgAssembly(&made.Put()), S_OK);
   EXPECT_EQ(made, other.Document()->Assemblies().at(0)->Identity());
   application->Edit({});
-  EXPECT_EQ(TuvEMfgAssemblyFactory(nullptr).CreateMfgAssembly(&made.Put()), E_FAIL);
+  EXPECT_EQ(TuvEMfgAssemblyFactory(nullptr).CreateMfgAssembly(&made.Put()), S_OK);
+  EXPECT_EQ(ZefILinkableObject_var(made)->GetDocument(), nullptr);
+  EXPECT_EQ(plant->Document()->Assemblies().size(), 1u);
 }
 
 }  // namespace
