@@ -27,6 +27,7 @@ embedded::Document& Session::Document() {
       throw embedded::InputError("there is no document " + file_.string() + "; 'new' makes it");
     }
     application_.Edit(embedded::LoadDocument(file_));
+    Adopt();
   }
   return *application_.Edited();
 }
@@ -34,12 +35,54 @@ embedded::Document& Session::Document() {
 void Session::Begin(embedded::Owned<embedded::Document> iDocument) {
   DropLabels();
   application_.Edit(std::move(iDocument));
+  Adopt();
   isChanged_ = true;
 }
 
 void Session::Save() {
   embedded::SaveDocument(Document(), file_);
   isChanged_ = false;
+}
+
+void Session::SwitchUpdate(bool iOn) {
+  embedded::Document& document = Document();
+  if (iOn == static_cast<bool>(update_)) return;
+  if (iOn) {
+    Subscribe();
+  } else {
+    update_->RemoveUpdateCallback();
+    update_ = nullptr;
+    document.settings.updateThrough.clear();
+  }
+  Changed();
+}
+
+void Session::KeepUpdate() {
+  if (!update_ || Document().FindActivity(Document().settings.updateThrough)) return;
+  SwitchUpdate(false);
+  SwitchUpdate(true);
+}
+
+void Session::Adopt() {
+  update_ = nullptr;
+  const embedded::Document::Settings& settings = application_.Edited()->settings;
+  application_.SetPartLoadConstraint(settings.partLoadConstraint);
+  if (!settings.updateThrough.empty()) Subscribe();
+}
+
+void Session::Subscribe() {
+  embedded::Document& document = *application_.Edited();
+  const embedded::Activity* through = document.FindActivity(document.settings.updateThrough);
+  update_ = through ? through->Identity() : nullptr;
+  for (const auto& activity : document.Activities()) {
+    if (!update_) update_ = activity->Identity();
+  }
+  if (!update_ || Failed(update_->AddUpdateCallback())) {
+    update_ = nullptr;
+    throw embedded::InputError("no activity of the process can be subscribed through");
+  }
+  update_->AddWeldColorUpdateCallback();
+  document.settings.updateThrough = NameOf(update_);
 }
 
 bool Session::ShowLabels(ZefListValZefBaseUnknown_var& iWelds) {

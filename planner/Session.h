@@ -8,6 +8,7 @@
 #include "embedded/dialog/RecordedDialogs.h"
 #include "host/values/List.h"
 #include "host/visu/ZefModelForRep3D.h"
+#include "manufassly/TuvIUpdateManufAssly.h"
 #include "planner/Console.h"
 #include "planner/names/Names.h"
 #include "planner/report/Progress.h"
@@ -39,6 +40,11 @@ class Session {
   bool IsChanged() const { return isChanged_; }
   void Save();
 
+  // Has the assemblies follow the process from now on, or not; the document keeps the choice.
+  void SwitchUpdate(bool iOn);
+  // Subscribes anew when the activity that it goes through was removed.
+  void KeepUpdate();
+
   // Labels in the view, in place of those shown before; false when none could be shown.
   bool ShowLabels(ZefListValZefBaseUnknown_var& iWelds);
   // Answers how many there were.
@@ -56,6 +62,10 @@ class Session {
   bool IsLeaving() const { return isLeaving_; }
 
  private:
+  // Follows the choices that go with the document.
+  void Adopt();
+  void Subscribe();
+
   // Shows a warning as text and remembers it.
   class Dialogs : public embedded::RecordedDialogs {
    public:
@@ -70,6 +80,8 @@ class Session {
   Console& console_;
   Dialogs dialogs_;
   embedded::Application application_;
+  // The subscription goes through this activity alone; null while assemblies do not follow.
+  TuvIUpdateManufAssly_var update_;
   list<ZefModelForRep3D> labels_;
   bool isChanged_ = false;
   bool isLeaving_ = false;

@@ -82,6 +82,15 @@ class Document : public ComponentObject<ZefDocument, ZefInit, ZefIIPDAdapter, Ze
   const std::vector<ZefBaseUnknown_var>& Features() const { return features_; }
   ZefBaseUnknown* FindFeature(const std::string& iKey) const;
 
+  // Choices that go with the document.
+  struct Settings {
+    // Fasteners may only be assigned where their parts are loaded.
+    bool partLoadConstraint = false;
+    // Key of the activity through which assemblies follow the process; empty while they do not.
+    std::string updateThrough{};
+  };
+  Settings settings;
+
   void AttachDatabase(std::unique_ptr<ProcessDatabase> iDatabase);
   ProcessDatabase* Database() const { return database_.get(); }
 

@@ -81,6 +81,17 @@ void ReadActivities(Document& document, const JsonValue& list) {
   }
 }
 
+void ReadSettings(Document& document, const JsonValue& value) {
+  JsonObject object(value);
+  if (const auto isOn = object.Find("partLoadConstraint")) {
+    document.settings.partLoadConstraint = isOn->Flag();
+  }
+  if (const auto through = object.Find("updateThrough")) {
+    document.settings.updateThrough = NamedObjects(document).ActivityAt(*through).Key();
+  }
+  object.RequireNothingElse();
+}
+
 void ReadFlows(Document& document, const JsonValue& list) {
   const NamedObjects names(document);
   for (const JsonValue value : list.Elements()) {
@@ -112,6 +123,7 @@ Owned<Document> BuildDocument(const JsonTree& iTree, const std::filesystem::path
   RequireFormat(root);
   const Document::Kind kind = ReadWord(root.Get("kind"), kDocumentKinds);
   const auto database = root.Find("database");
+  const auto settings = root.Find("settings");
   const JsonValue activities = root.Get("activities");
   const JsonValue flows = root.Get("flows");
   const JsonValue products = root.Get("products");
@@ -123,6 +135,7 @@ Owned<Document> BuildDocument(const JsonTree& iTree, const std::filesystem::path
 
   Owned<Document> document = NewDocument(kind, activities);
   ReadActivities(*document, activities);
+  if (settings) ReadSettings(*document, *settings);
   ReadFlows(*document, flows);
   ReadProducts(*document, products);
   ReadProductRoots(*document, productRoots);

@@ -101,6 +101,20 @@ void DocumentWriter::WriteHeader() {
   json_.Integer(kDocumentVersion);
   Field("kind", WordFor(document_.GetKind(), kDocumentKinds));
   if (document_.Database()) WriteDatabase();
+  WriteChoices();
+}
+
+void DocumentWriter::WriteChoices() {
+  const Document::Settings& settings = document_.settings;
+  if (!settings.partLoadConstraint && settings.updateThrough.empty()) return;
+  json_.Key("settings");
+  json_.BeginObject();
+  if (settings.partLoadConstraint) {
+    json_.Key("partLoadConstraint");
+    json_.Flag(true);
+  }
+  OptionalField("updateThrough", settings.updateThrough);
+  json_.EndObject();
 }
 
 void DocumentWriter::WriteDatabase() {

@@ -35,6 +35,7 @@ class DocumentWriter {
   void NameObjects();
   void WriteHeader();
   void WriteDatabase();
+  void WriteChoices();
   void Write(const Activity& activity);
   void WriteSettings(const ActivityData& data);
   void Write(const ControlFlow& flow);

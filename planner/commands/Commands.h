@@ -11,6 +11,8 @@ void AddShowCommand(CommandTable& ioTable);
 void AddListCommands(CommandTable& ioTable);
 void AddAssignmentCommands(CommandTable& ioTable);
 void AddQuestionCommands(CommandTable& ioTable);
+void AddGestureCommands(CommandTable& ioTable);
+void AddAssemblyCommands(CommandTable& ioTable);
 void AddViewCommands(CommandTable& ioTable);
 void AddExternalCommands(CommandTable& ioTable);
 void AddCycleTimeCommand(CommandTable& ioTable);

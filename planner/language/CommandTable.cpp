@@ -20,6 +20,9 @@ CommandTable MakeTable() {
   table.Begin("Assignment");
   AddAssignmentCommands(table);
   AddQuestionCommands(table);
+  table.Begin("Process and assemblies");
+  AddGestureCommands(table);
+  AddAssemblyCommands(table);
   table.Begin("3D view");
   AddViewCommands(table);
   table.Begin("External process database");
