@@ -11,12 +11,15 @@ using Services = TuvBIWServices;
 using Kind = Plant::Kind;
 using NewList = std::unique_ptr<ZefListValZefBaseUnknown_var>;
 
-using DocumentAccessTest = PlantTest;
+class DocumentAccessTest : public PlantTest {
+ protected:
+  ZefDocument* const document = plant.Document().Get();
+};
 
 TEST_F(DocumentAccessTest, TheCurrentDocumentIsTheEditorsAndIsNotCounted) {
-  const unsigned int count = plant.Document()->Identity()->ReferenceCount();
-  EXPECT_EQ(Services::GetCurrentDocument(), plant.Document().Get());
-  EXPECT_EQ(plant.Document()->Identity()->ReferenceCount(), count);
+  const ReferenceSnapshot before{document};
+  EXPECT_EQ(Services::GetCurrentDocument(), document);
+  EXPECT_EQ(before.Differences(), "");
   application.Edit({});
   EXPECT_EQ(Services::GetCurrentDocument(), nullptr);
   application.SetCurrentEditor(nullptr);
@@ -29,9 +32,9 @@ enum class Answer { Nothing, Root, Raises };
 
 // What a service makes of a document whose root container has just one owner, itself.
 template <class Service>
-Answer Ask(const Service& service, ZefDocument* argument, const embedded::Document& document) {
-  const ZefBaseUnknown* const root = document.RootContainerObject();
-  const ReferenceSnapshot before{root, document.Identity()};
+Answer Ask(const Service& service, ZefDocument* argument, const Plant& plant) {
+  const ZefBaseUnknown* const root = plant.Document()->RootContainerObject();
+  const ReferenceSnapshot before{root, plant.Document()->Identity()};
   try {
     const auto container = service(argument);
     if (!container) return Answer::Nothing;
@@ -57,32 +60,31 @@ TEST_F(DocumentAccessTest, RootContainersGoByTheKindOfTheCurrentDocumentAlone) {
   for (const auto& [kind, process, product, processPassedIn, productPassedIn] : cases) {
     SCOPED_TRACE(static_cast<int>(kind));
     const Plant other(kind);
-    const embedded::Document& document = *other.Document();
-    EXPECT_EQ(Ask(Services::GetRootProcessContainer, other.Document().Get(), document),
-              processPassedIn);
-    EXPECT_EQ(Ask(Services::GetRootContainer, other.Document().Get(), document), productPassedIn);
+    ZefDocument* const passed = other.Document().Get();
+    EXPECT_EQ(Ask(Services::GetRootProcessContainer, passed, other), processPassedIn);
+    EXPECT_EQ(Ask(Services::GetRootContainer, passed, other), productPassedIn);
     EXPECT_EQ(trace.Take(), Strings());
     application.Edit(other.Document());
-    EXPECT_EQ(Ask(Services::GetRootProcessContainer, nullptr, document), process);
-    EXPECT_EQ(Ask(Services::GetRootContainer, nullptr, document), product);
+    EXPECT_EQ(Ask(Services::GetRootProcessContainer, nullptr, other), process);
+    EXPECT_EQ(Ask(Services::GetRootContainer, nullptr, other), product);
     EXPECT_EQ(trace.Take(), Lines({"GetCurrentDocument", "GetCurrentDocument"}));
   }
   application.Edit({});
   EXPECT_FALSE(Services::GetRootProcessContainer(nullptr));
   EXPECT_FALSE(Services::GetRootContainer(nullptr));
   plant.Document()->AnswerInterface(IID_ZefInit, false);
-  EXPECT_EQ(Ask(Services::GetRootContainer, plant.Document().Get(), *plant.Document()),
-            Answer::Raises);
+  EXPECT_EQ(Ask(Services::GetRootContainer, document, plant), Answer::Raises);
 }
 
 TEST_F(DocumentAccessTest, TheRootActivityComesWithAReference) {
   const Plant product(Kind::Product);
-  const unsigned int count = plant.Root().Identity()->ReferenceCount();
+  const ReferenceSnapshot before{plant.Root().Identity()};
   ZefISPPActivity* root = nullptr;
   EXPECT_EQ(Services::GetRootActivity(root, nullptr), S_OK);
   EXPECT_EQ(root, static_cast<ZefISPPActivity*>(&plant.Root()));
-  EXPECT_EQ(plant.Root().Identity()->ReferenceCount(), count + 1);
+  EXPECT_NE(before.Differences(), "");
   root->Release();
+  EXPECT_EQ(before.Differences(), "");
   EXPECT_EQ(trace.Take(), Lines({"GetRootActivity>", "GetCurrentDocument", "<GetRootActivity"}));
   root = nullptr;
   // The kind of a document that is passed in is tested here.
@@ -90,24 +92,22 @@ TEST_F(DocumentAccessTest, TheRootActivityComesWithAReference) {
   application.Edit({});
   EXPECT_EQ(Services::GetRootActivity(root, nullptr), E_FAIL);
   EXPECT_EQ(root, nullptr);
-  EXPECT_EQ(Services::GetRootActivity(root, plant.Document().Get()), S_OK);
-  Adopt(root)->GetLabel();
 }
 
 TEST_F(DocumentAccessTest, ARootThatIsNoActivityFailsAndAMissingRootContainerRaises) {
   ZefISPPActivity* const untouched = &plant.Root();
   ZefISPPActivity* root = untouched;
   plant.Root().AnswerInterface(IID_ZefISPPActivityRoot, false);
-  EXPECT_EQ(Services::GetRootActivity(root, plant.Document().Get()), E_FAIL);
+  EXPECT_EQ(Services::GetRootActivity(root, document), E_FAIL);
   EXPECT_EQ(root, untouched);
   plant.Root().AnswerInterface(IID_ZefISPPActivityRoot, true);
   plant.Root().AnswerInterface(IID_ZefISPPActivity, false);
-  EXPECT_EQ(Services::GetRootActivity(root, plant.Document().Get()), E_FAIL);
+  EXPECT_EQ(Services::GetRootActivity(root, document), E_FAIL);
   EXPECT_EQ(root, nullptr) << "the failed query clears it";
   trace.Take();
 
   AnswerInterface(plant.Document()->RootContainerObject(), IID_ZefISPPProcessContainer, false);
-  EXPECT_THROW(Services::GetRootActivity(root, plant.Document().Get()), ZefNullHandleException);
+  EXPECT_THROW(Services::GetRootActivity(root, document), ZefNullHandleException);
   ZefListValZefBaseUnknown_var* none = nullptr;
   EXPECT_THROW(Services::GetListOfAllActivities(none, nullptr), ZefNullHandleException);
   EXPECT_EQ(Services::GetAllProducts(none), E_FAIL);
@@ -133,7 +133,7 @@ TEST_F(DocumentAccessTest, AllActivitiesButTheFirstListedAreAppended) {
   EXPECT_EQ(Names(*created), (Strings{"ST10", "OP10", "OP20"}));
   auto extended = ListOf(op10, nullptr);
   auto* list = &extended;
-  EXPECT_EQ(Services::GetListOfAllActivities(list, plant.Document().Get()), S_OK);
+  EXPECT_EQ(Services::GetListOfAllActivities(list, document), S_OK);
   EXPECT_EQ(Names(extended), (Strings{"OP10", "null", "ST10", "OP10", "OP20"}));
   EXPECT_EQ(trace.Lines(), Lines({"GetListOfAllActivities>", "GetCurrentDocument",
                                   "<GetListOfAllActivities", "GetListOfAllActivities"}));
@@ -151,7 +151,7 @@ TEST_F(DocumentAccessTest, WithoutRootOrContainerNoActivitiesAreListed) {
   EXPECT_EQ(Services::GetListOfAllActivities(list, product.Document().Get()), E_FAIL);
   for (const _GUID& withheld : {IID_ZefISPPActivityRoot, IID_ZefISpecObject}) {
     plant.Root().AnswerInterface(withheld, false);
-    EXPECT_EQ(Services::GetListOfAllActivities(list, plant.Document().Get()), E_FAIL);
+    EXPECT_EQ(Services::GetListOfAllActivities(list, document), E_FAIL);
     plant.Root().AnswerInterface(withheld, true);
   }
   application.Edit({});
@@ -168,7 +168,7 @@ TEST_F(DocumentAccessTest, AHostWithoutProcessRootsIsNotedInTheTrace) {
   ForEachHostFailure(
       [&] {
         ZefListValZefBaseUnknown_var* list = nullptr;
-        const HRESULT status = Services::GetListOfAllActivities(list, plant.Document().Get());
+        const HRESULT status = Services::GetListOfAllActivities(list, document);
         const NewList owner(list);
         const Strings lines = trace.Take();
         if (lines.size() == 2) return;
@@ -229,9 +229,9 @@ TEST_F(DocumentAccessTest, NoProductListIsMadeWithoutRootProductOrProcess) {
 TEST_F(DocumentAccessTest, FeaturesLeadToTheirDocumentAndItsFeatureContainer) {
   auto& weld = plant.Weld("SW-1");
   ZefBaseUnknown* const features = plant.Document()->FeatureContainerObject();
-  EXPECT_EQ(Services::GetDocumentFromFeature(weld.Identity()), plant.Document().Get());
+  EXPECT_EQ(Services::GetDocumentFromFeature(weld.Identity()), document);
   EXPECT_TRUE(Services::GetFeatContainerFromFeature(weld.Identity()) == features);
-  EXPECT_TRUE(Services::GetFeatContainerFromDocument(plant.Document().Get()) == features);
+  EXPECT_TRUE(Services::GetFeatContainerFromDocument(document) == features);
   weld.AnswerInterface(IID_ZefILinkableObject, false);
   EXPECT_EQ(Services::GetDocumentFromFeature(weld.Identity()), nullptr);
   EXPECT_FALSE(Services::GetFeatContainerFromFeature(weld.Identity()));
@@ -239,10 +239,10 @@ TEST_F(DocumentAccessTest, FeaturesLeadToTheirDocumentAndItsFeatureContainer) {
   EXPECT_FALSE(Services::GetFeatContainerFromFeature(nullptr));
   EXPECT_FALSE(Services::GetFeatContainerFromDocument(nullptr)) << "null is not the current one";
   AnswerInterface(features, IID_ZefIContainer, false);
-  EXPECT_FALSE(Services::GetFeatContainerFromDocument(plant.Document().Get()));
+  EXPECT_FALSE(Services::GetFeatContainerFromDocument(document));
   const ZefBaseUnknown_var compound = plant.Document()->GetCompoundContainer();
   AnswerInterface(compound, IID_ZefICompoundContainer, false);
-  EXPECT_FALSE(Services::GetFeatContainerFromDocument(plant.Document().Get()));
+  EXPECT_FALSE(Services::GetFeatContainerFromDocument(document));
   EXPECT_EQ(trace.Lines(), Strings());
 }
 
@@ -279,7 +279,7 @@ TEST_F(DocumentAccessTest, FeaturesAreListedByKindAndAppendedWithAReferenceEach)
   EXPECT_EQ(Names(Services::GetListOfAllPointFasteners(nullptr)), points);
   application.SetCurrentEditor(nullptr);
   EXPECT_EQ(Names(Services::GetListOfAllPointFasteners(nullptr)), Strings());
-  EXPECT_EQ(Names(Services::GetListOfAllPointFasteners(plant.Document().Get())), points);
+  EXPECT_EQ(Names(Services::GetListOfAllPointFasteners(document)), points);
   _SEQUENCE_ZefBaseUnknown_ptr untouched;
   for (const auto& [service, names] : cases) service(untouched);
   EXPECT_EQ(untouched.length(), 0);

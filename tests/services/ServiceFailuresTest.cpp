@@ -11,6 +11,7 @@ namespace {
 using namespace tests;
 using Services = TuvBIWServices;
 using List = ZefListValZefBaseUnknown_var;
+using NewList = Received<List>;
 
 // A small line at work: two operations with welds, some of them labelled.
 struct Line {
@@ -19,26 +20,26 @@ struct Line {
     plant.Assign(op10, part);
     plant.Assign(op20, seam);
     plant.Assign(plant.Root(), seam);
-    auto labelled = ListOf(a, c, d);
+    plant.Part("P2", &part);
+    plant.Locator("LP");
+    plant.Clamp("CP");
+    List labelled = ListOf(a, c, d);
     Services::VisualizationKoraWeldList(&labelled, 2, 0, 0, 0, 0, 0);
   }
 
   Desk desk{Plant(Plant::Kind::Both)};
   Plant& plant = desk.plant;
   ZefDocument* document = plant.Document().Get();
-  embedded::Activity& station = plant.Station("ST10");
-  embedded::Activity& op10 = plant.Operation("OP10");
+  embedded::Activity& op10 = plant.Operation("OP10", Plant::Task::Welding, &plant.Station("ST10"));
   embedded::Activity& op20 = plant.Operation("OP20", Plant::Task::Both);
   embedded::Product& part = plant.Part("P1");
-  embedded::Product& panel = plant.Part("P2", &part);
   embedded::SpotWeld& a = plant.Weld("A", {1, 2, 3}, {&part});
   embedded::SpotWeld& b = plant.Weld("B");
   embedded::SpotWeld& c = plant.Weld("C");
   embedded::SpotWeld& d = plant.Weld("D");
   embedded::CurveFastener& seam = plant.Seam("S", {{0, 0, 0}, {0, 0, 9}});
-  embedded::PointFeature& locator = plant.Locator("LP");
-  embedded::PointFeature& clamp = plant.Clamp("CP");
   List welds = ListOf(a, b, nullptr, part, c, seam, d);
+  List duplicates = ListOf(a, b);
 };
 
 // Gives back the references of what a service lists.
@@ -59,83 +60,47 @@ struct Scenario {
 };
 
 const Scenario kScenarios[] = {
-    {"GetCurrentDocument", [](Line&) { Services::GetCurrentDocument(); }},
-    {"GetRootProcessContainer", [](Line&) { Services::GetRootProcessContainer(nullptr); }},
-    {"GetRootContainer", [](Line& line) { Services::GetRootContainer(line.document); }},
-    {"GetRootActivity",
-     [](Line&) {
-       ZefISPPActivity_var root;
-       Services::GetRootActivity(root.Put(), nullptr);
-     }},
-    {"GetListOfAllActivities",
-     [](Line&) {
-       Received<List> activities;
-       Services::GetListOfAllActivities(activities.Out(), nullptr);
-     }},
-    {"GetAllProducts",
-     [](Line&) {
-       Received<List> products;
-       Services::GetAllProducts(products.Out());
-     }},
-    {"GetDocumentFromFeature",
-     [](Line& line) { Services::GetDocumentFromFeature(line.a.Identity()); }},
-    {"GetFeatContainerFromDocument",
-     [](Line& line) { Services::GetFeatContainerFromDocument(line.document); }},
-    {"GetFeatContainerFromFeature",
-     [](Line& line) { Services::GetFeatContainerFromFeature(line.a.Identity()); }},
-    {"GetListOfAllFasteners", [](Line&) { Listed fasteners(Services::GetListOfAllFasteners); }},
-    {"GetListOfAllLocators", [](Line&) { Listed locators(Services::GetListOfAllLocators); }},
-    {"GetListOfAllClamps", [](Line&) { Listed clamps(Services::GetListOfAllClamps); }},
-    {"GetListOfAllPointFasteners", [](Line&) { Services::GetListOfAllPointFasteners(nullptr); }},
-    {"GetListOfAllWeld",
-     [](Line&) {
-       Received<List> welds;
-       Services::GetListOfAllWeld(welds.Out());
-     }},
-    {"GetListOfAssignedWeld",
-     [](Line& line) {
-       Received<List> welds;
-       Services::GetListOfAssignedWeld(&line.plant.Root(), welds.Out());
-     }},
-    {"GetListOfKoraAssignedWeld",
-     [](Line& line) {
-       Received<List> welds;
-       Services::GetListOfKoraAssignedWeld(&line.op10, welds.Out());
-     }},
-    {"GetWeldFromActivity",
-     [](Line& line) {
-       Received<List> welds;
-       Services::GetWeldFromActivity(&line.plant.Root(), welds.Out(), 1, -1);
-     }},
-    {"CheckWeldAssignement",
+    {"current document", [](Line&) { Services::GetCurrentDocument(); }},
+    {"process root", [](Line&) { Services::GetRootProcessContainer(nullptr); }},
+    {"product root", [](Line& line) { Services::GetRootContainer(line.document); }},
+    {"root", [](Line&) { Services::GetRootActivity(ZefISPPActivity_var().Put(), nullptr); }},
+    {"activities", [](Line&) { Services::GetListOfAllActivities(NewList().Out(), nullptr); }},
+    {"products", [](Line&) { Services::GetAllProducts(NewList().Out()); }},
+    {"document", [](Line& line) { Services::GetDocumentFromFeature(line.a.Identity()); }},
+    {"features", [](Line& line) { Services::GetFeatContainerFromFeature(line.a.Identity()); }},
+    {"fasteners", [](Line&) { Listed fasteners(Services::GetListOfAllFasteners); }},
+    {"locators", [](Line&) { Listed locators(Services::GetListOfAllLocators); }},
+    {"clamps", [](Line&) { Listed clamps(Services::GetListOfAllClamps); }},
+    {"points", [](Line&) { Services::GetListOfAllPointFasteners(nullptr); }},
+    {"assigned welds of the root",
+     [](Line& line) { Services::GetListOfAssignedWeld(&line.plant.Root(), NewList().Out()); }},
+    {"assigned welds",
+     [](Line& line) { Services::GetListOfKoraAssignedWeld(&line.op10, NewList().Out()); }},
+    {"walk",
+     [](Line& line) { Services::GetWeldFromActivity(&line.plant.Root(), NewList().Out(), 1, -1); }},
+    {"check",
      [](Line& line) {
        Services::CheckWeldAssignement(line.c.Identity(), &line.op10, &line.welds, 0);
      }},
-    {"GetWeldID", [](Line& line) { Services::GetWeldID(line.a.Identity()); }},
-    {"GetActivityFromAssignedWeld",
+    {"name", [](Line& line) { Services::GetWeldID(line.a.Identity()); }},
+    {"activities of a weld",
      [](Line& line) {
-       Received<List> activities;
+       NewList activities;
        int count = 0;
        Services::GetActivityFromAssignedWeld(line.a.Identity(), activities.Out(), count);
        EXPECT_EQ(count, activities ? activities->Size() : 0);
      }},
-    {"IsValidWeldForActivity",
+    {"validity",
      [](Line& line) { Services::IsValidWeldForActivity(line.a.Identity(), &line.op10); }},
-    {"IsWeldAssigned",
-     [](Line& line) { Services::IsWeldAssigned(line.a.Identity(), &line.welds); }},
-    {"AssignKoraWeld", [](Line& line) { Services::AssignKoraWeld(&line.op20, line.a.Identity()); }},
-    {"AssignListOfWelds",
+    {"assigned?", [](Line& line) { Services::IsWeldAssigned(line.a.Identity(), &line.welds); }},
+    {"assign one", [](Line& line) { Services::AssignKoraWeld(&line.op20, line.a.Identity()); }},
+    {"assign",
      [](Line& line) { Services::AssignListOfWelds(&line.welds, &line.op10, nullptr, 0); }},
-    {"AssignListOfWelds, with duplicates alone",
-     [](Line& line) {
-       auto duplicates = ListOf(line.a, line.b);
-       Services::AssignListOfWelds(&duplicates, &line.op10, nullptr, 0);
-     }},
-    {"UnassignListOfWelds",
-     [](Line& line) { Services::UnassignListOfWelds(&line.welds, &line.op10); }},
-    {"ReallocateWeld",
+    {"assign duplicates",
+     [](Line& line) { Services::AssignListOfWelds(&line.duplicates, &line.op10, nullptr, 0); }},
+    {"unassign", [](Line& line) { Services::UnassignListOfWelds(&line.welds, &line.op10); }},
+    {"reallocate",
      [](Line& line) { Services::ReallocateWeld(&line.op10, &line.op20, &line.welds); }},
-    {"Unassign", [](Line& line) { Services::Unassign(&line.op10, line.a.Identity()); }},
 };
 
 // A line that a failure went through can be worked on as any other.
@@ -148,7 +113,7 @@ void ExpectUsable(Line& line) {
   EXPECT_EQ(Services::AssignListOfWelds(&line.welds, &line.op10, nullptr, 0), S_OK);
   EXPECT_GE(changes, 1);
   EXPECT_EQ(line.a.DisplayStatus(), embedded::kAssignedStatus);
-  Received<List> welds, activities;
+  NewList welds, activities;
   EXPECT_EQ(Services::GetWeldFromActivity(&line.op10, welds.Out(), 1, 0), S_OK);
   EXPECT_EQ(Names(*welds), (Strings{"A", "B", "C", "S", "D"}));
   EXPECT_EQ(Services::GetListOfAllActivities(activities.Out(), nullptr), S_OK);
