@@ -6,6 +6,7 @@
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
 #include "planner/names/Items.h"
+#include "planner/report/Describe.h"
 #include "planner/report/Text.h"
 #include "services/TuvBIWServices.h"
 
@@ -182,6 +183,31 @@ class Drop : public Gesture {
   }
 };
 
+class FirstAssign : public Command {
+ public:
+  void Declare(Syntax& ioSyntax) override {
+    ioSyntax.Required(NameKind::Activity, "ACTIVITY", name_, "Takes the items in.");
+    ioSyntax.OneOrMore(NameKind::Part, "ITEM", words_, "Parts or assemblies.");
+  }
+
+  Answer Run(Session& ioSession) override {
+    ZefISPPActivity_var activity = ioSession.Find().ActivityOf(name_).Identity();
+    ZefListValZefBaseUnknown_var items;
+    for (const std::string& word : words_) items.Append(ItemOf(ioSession.Document(), word));
+    TuvBIWServices::AssignProductsAsFirstAssign(activity, items);
+    ioSession.Changed();
+    return {{{"activity", NameOf(activity)}, {"items", NamesAsJson(&items)}}};
+  }
+
+  std::string InWords(const Json& iData) const override {
+    return Text(iData, "activity") + " takes in " + Listed(iData.at("items")) + "\n";
+  }
+
+ private:
+  std::string name_;
+  std::vector<std::string> words_;
+};
+
 class Drag : public Gesture {
  public:
   void Declare(Syntax& ioSyntax) override {
@@ -274,6 +300,7 @@ void AddGestureCommands(CommandTable& ioTable) {
   ioTable.Add<AddOutput>("output", "Gives an activity an output: a new assembly.");
   ioTable.Add<RemoveOutput>("remove-output", "Takes an output off an activity.");
   ioTable.Add<Drop>("drop", "Gives an activity a part or an assembly to take in.");
+  ioTable.Add<FirstAssign>("first-assign", "The same for several items.");
   ioTable.Add<Drag>("drag", "Takes a part or an assembly off an activity again.");
 }
 

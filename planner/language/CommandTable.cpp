@@ -20,6 +20,11 @@ CommandTable MakeTable() {
   table.Begin("Assignment");
   AddAssignmentCommands(table);
   AddQuestionCommands(table);
+  AddValidationCommands(table);
+  AddCheckCommand(table);
+  table.Begin("Flow and parts");
+  AddNavigationCommands(table);
+  AddPartsAtCommands(table);
   table.Begin("Process and assemblies");
   AddGestureCommands(table);
   AddAssemblyCommands(table);

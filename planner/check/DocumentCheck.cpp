@@ -1,0 +1,195 @@
+#include "planner/check/DocumentCheck.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <utility>
+
+#include "host/values/Each.h"
+#include "planner/check/AssemblyCheck.h"
+#include "planner/check/NearPoints.h"
+#include "planner/names/Names.h"
+#include "planner/report/Describe.h"
+#include "planner/report/Text.h"
+#include "services/TuvBIWServices.h"
+
+namespace biwplan {
+
+namespace {
+
+using embedded::Activity;
+using embedded::ObjectAs;
+using Objects = ZefListValZefBaseUnknown_var;
+
+// Welds nearer than this are at one place, mm.
+constexpr double kOnePlace = 0.1;
+
+Objects JoinedParts(const ZefBaseUnknown_var& weld) {
+  Objects parts;
+  TuvIBIWFastener_var(weld)->GetJointedParts(parts);
+  return parts;
+}
+
+bool IsSameStack(const ZefBaseUnknown_var& a, const ZefBaseUnknown_var& b) {
+  const Objects first = JoinedParts(a);
+  const Objects second = JoinedParts(b);
+  return first.Size() == second.Size() &&
+         (first.Size() == 0 || TuvBIWServices::CompareTwoLists(first, second, 1) != 0);
+}
+
+const embedded::FastenerFacet* FacetOf(const ZefBaseUnknown_var& weld) {
+  return ObjectAs<embedded::FastenerFacet>(weld.Get());
+}
+
+class DocumentCheck {
+ public:
+  DocumentCheck(embedded::Document& document, const CheckOptions& options)
+      : document_(document), options_(options), welds_(Names(document).AllWelds()) {}
+
+  std::vector<Finding> Run() {
+    CheckAssignments();
+    for (const auto& weld : Each<ZefBaseUnknown>(welds_)) CheckSheets(weld);
+    CheckDistances();
+    for (const AssemblyFinding& finding : CheckAssemblies(document_)) {
+      Report({"assembly", "", finding.station->Key(), "", Describe(finding)});
+    }
+    return std::move(findings_);
+  }
+
+ private:
+  void Report(Finding finding) { findings_.push_back(std::move(finding)); }
+
+  void CheckAssignments() {
+    std::vector<std::pair<ZefBaseUnknown_var, ZefBaseUnknown_var>> assigned;
+    for (const auto& weld : Each<ZefBaseUnknown>(welds_)) {
+      const Objects activities = ActivitiesOf(weld);
+      const std::string name = NameOf(weld);
+      if (activities.Size() == 0) {
+        Report({"unassigned", name, "", "", name + " is on no activity; assign it to one"});
+      }
+      if (activities.Size() > 1) {
+        Report({"several activities", name, NameOf(activities[1]), "",
+                name + " is on " + Listed(NamesOf(&activities)) + "; leave it on one of them"});
+      }
+      for (const auto& activity : Each<ZefBaseUnknown>(activities)) {
+        assigned.emplace_back(weld, activity);
+      }
+    }
+    for (const auto& [weld, activity] : assigned) CheckLoaded(weld, activity);
+  }
+
+  void CheckLoaded(const ZefBaseUnknown_var& weld, const ZefBaseUnknown_var& activity) {
+    const Objects& loaded = LoadedAt(activity);
+    for (const auto& part : Each<ZefBaseUnknown>(JoinedParts(weld))) {
+      if (loaded.Locate(part) == 0) ReportNotLoaded(weld, activity, part);
+    }
+  }
+
+  void ReportNotLoaded(const ZefBaseUnknown_var& weld, const ZefBaseUnknown_var& activity,
+                       const ZefBaseUnknown_var& part) {
+    const std::string where = NameOf(weld) + " on " + NameOf(activity) + " joins " + NameOf(part);
+    const std::string later = ArrivalAfter(part);
+    if (later.empty()) {
+      Report({"part not loaded", NameOf(weld), NameOf(activity), NameOf(part),
+              where + ", which is loaded nowhere; drop it on " + NameOf(activity) +
+                  " or on an activity before it"});
+    } else {
+      Report({"too early", NameOf(weld), NameOf(activity), NameOf(part),
+              where + ", which does not come before " + later + "; move the weld there or the " +
+                  "part here"});
+    }
+  }
+
+  // The first activity that has the part as an item, itself or through an assembly of products.
+  std::string ArrivalAfter(const ZefBaseUnknown_var& part) {
+    if (arrivals_.empty()) FindArrivals();
+    const auto found = arrivals_.find(part.Get());
+    return found == arrivals_.end() ? std::string() : found->second;
+  }
+
+  void FindArrivals() {
+    arrivals_.emplace(nullptr, "");
+    for (const auto& activity : document_.Activities()) {
+      Objects parts;
+      Objects* list = &parts;
+      TuvBIWServices::GetAssignedParts(ZefBaseUnknown_var(activity->Identity()), list);
+      for (const auto& part : Each<ZefBaseUnknown>(parts)) {
+        arrivals_.emplace(part.Get(), activity->Key());
+      }
+    }
+  }
+
+  const Objects& LoadedAt(const ZefBaseUnknown_var& activity) {
+    const auto [entry, isNew] = loaded_.try_emplace(activity.Get());
+    if (isNew) {
+      Objects* list = &entry->second;
+      TuvBIWServices::GetLoadedParts(activity, list);
+    }
+    return entry->second;
+  }
+
+  void CheckSheets(const ZefBaseUnknown_var& weld) {
+    const auto* const facet = FacetOf(weld);
+    const std::string name = NameOf(weld);
+    if (!facet) return;
+    const std::vector<std::string>& missing = facet->Fastening().missingParts;
+    for (const std::string& part : missing) {
+      Report(
+          {"unknown part", name, "", part,
+           name + " joins " + part + ", which is no part of the product; correct the weld list"});
+    }
+    const std::size_t sheets = static_cast<std::size_t>(facet->OwnParts().Size()) + missing.size();
+    const bool isSpot = static_cast<bool>(TuvISpotWeld_var(weld));
+    if (!isSpot || (sheets >= 2 && sheets <= 3)) return;
+    Report({"sheets", name, "", "",
+            name + " joins " + Counted(sheets, "part") + "; a spot weld joins two or three"});
+  }
+
+  void CheckDistances() {
+    std::vector<std::array<double, 3>> points;
+    std::vector<ZefBaseUnknown_var> spots;
+    for (const auto& spot : Each<TuvISpotWeld>(welds_)) {
+      points.push_back({spot->GetX(), spot->GetY(), spot->GetZ()});
+      spots.emplace_back(spot);
+    }
+    for (const NearPair& pair : FindNearPairs(points, options_.pitch)) {
+      ReportPair(spots[pair.first], spots[pair.second], pair.distance);
+    }
+  }
+
+  void ReportPair(const ZefBaseUnknown_var& first, const ZefBaseUnknown_var& second,
+                  double distance) {
+    const std::string names = NameOf(first) + " and " + NameOf(second);
+    if (distance >= kOnePlace) {
+      return Report({"too close", NameOf(first), "", "",
+                     names + " are " + Number(distance) + " mm apart, less than the pitch of " +
+                         Number(options_.pitch) + " mm; move one of them"});
+    }
+    const std::string stack = IsSameStack(first, second)
+                                  ? " with the same parts; remove one of them"
+                                  : " with different parts; check which parts meet there";
+    Report({"same place", NameOf(first), "", "", names + " are at one place" + stack});
+  }
+
+  embedded::Document& document_;
+  const CheckOptions& options_;
+  Objects welds_;
+  std::vector<Finding> findings_;
+  // By activity and by part.
+  std::unordered_map<const ZefBaseUnknown*, Objects> loaded_;
+  std::unordered_map<const ZefBaseUnknown*, std::string> arrivals_;
+};
+
+}  // namespace
+
+std::vector<Finding> CheckDocument(embedded::Document& iDocument, const CheckOptions& iOptions) {
+  std::vector<Finding> findings = DocumentCheck(iDocument, iOptions).Run();
+  std::map<std::string, int> order;
+  for (const Finding& finding : findings) order.emplace(finding.kind, order.size());
+  std::stable_sort(findings.begin(), findings.end(), [&](const Finding& a, const Finding& b) {
+    return order.at(a.kind) < order.at(b.kind);
+  });
+  return findings;
+}
+
+}  // namespace biwplan
