@@ -99,10 +99,19 @@ void RequireSense(const Demand& demand) {
   }
 }
 
-// The command that the arguments ask to explain, without a document; null when they do not.
-const CommandEntry* CommandToExplain(const std::vector<std::string>& arguments) {
-  const bool isQuestion = arguments.size() > 1 && IsHelp(arguments.back());
-  return isQuestion ? CommandTable::All().Find(arguments) : nullptr;
+// What the arguments ask to be explained, when they end with a demand for help: a command, with or
+// without a document before it, or else the program.
+bool Explain(std::vector<std::string> arguments, const std::string& general, std::ostream& out) {
+  if (arguments.empty() || !IsHelp(arguments.back())) return false;
+  arguments.pop_back();
+  const CommandTable& table = CommandTable::All();
+  const auto isVerb = [&table](const std::vector<std::string>& words) {
+    return !words.empty() && !table.BeginningWith(words[0]).empty() &&
+           (table.Find(words) || !table.BeginningWith(words[0] + " ").empty());
+  };
+  if (!isVerb(arguments) && !arguments.empty()) arguments.erase(arguments.begin());
+  out << (isVerb(arguments) ? HelpOn(arguments) : general);
+  return true;
 }
 
 bool RunFile(const Demand& demand, Session& session, Interpreter& interpreter) {
@@ -147,15 +156,12 @@ Status RunDemand(const Demand& demand, const Surroundings& surroundings, Console
 
 Status Run(const std::vector<std::string>& arguments, const Surroundings& surroundings,
            Console& console) {
-  if (const CommandEntry* const entry = CommandToExplain(arguments)) {
-    console.results << HelpOn(*entry);
-    return kDone;
-  }
   CLI::App app;
   Demand demand = ReadArguments(app, arguments);
-  if (arguments.empty() || IsHelp(arguments[0])) {
-    (arguments.empty() ? console.messages : console.results) << HelpText(app);
-    return arguments.empty() ? kBad : kDone;
+  if (Explain(arguments, HelpText(app), console.results)) return kDone;
+  if (arguments.empty()) {
+    console.messages << HelpText(app);
+    return kBad;
   }
   if (demand.asksForVersion) {
     console.results << "biwplan " << TUV_VERSION << '\n';

@@ -3,7 +3,6 @@
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
-#include "planner/language/Words.h"
 
 namespace biwplan {
 
@@ -33,8 +32,7 @@ class Help : public Command {
   }
 
   Answer Run(Session&) override {
-    if (words_.empty()) return {{{"text", HelpOnAll()}}};
-    return {{{"text", HelpOn(CommandTable::All().Require(words_))}}};
+    return {{{"text", words_.empty() ? HelpOnAll() : HelpOn(words_)}}};
   }
 
   std::string InWords(const Json& iData) const override {

@@ -38,6 +38,11 @@ CommandTable MakeTable() {
   return table;
 }
 
+std::string Line(const CommandEntry& entry) {
+  constexpr std::size_t kColumn = 20;
+  return "  " + Padded(entry.verb, kColumn) + entry.summary + "\n";
+}
+
 bool BeginsWith(const std::vector<std::string>& words, const CommandEntry& entry) {
   if (words.empty()) return false;
   if (entry.WordCount() == 1) return words[0] == entry.verb;
@@ -84,21 +89,24 @@ const CommandEntry& CommandTable::Require(const std::vector<std::string>& iWords
                              "; 'help' lists the commands");
 }
 
-std::string HelpOn(const CommandEntry& iEntry) {
-  Syntax syntax(iEntry.verb, iEntry.summary);
-  const std::unique_ptr<Command> command = iEntry.make();
+std::string HelpOn(const std::vector<std::string>& iWords) {
+  std::string text;
+  for (const CommandEntry* const entry : CommandTable::All().BeginningWith(iWords.at(0) + " ")) {
+    text += Line(*entry);
+  }
+  if (!text.empty() && !CommandTable::All().Find(iWords)) return text;
+  const CommandEntry& entry = CommandTable::All().Require(iWords);
+  Syntax syntax(entry.verb, entry.summary);
+  const std::unique_ptr<Command> command = entry.make();
   command->Declare(syntax);
   return syntax.Help();
 }
 
 std::string HelpOnAll() {
-  constexpr std::size_t kColumn = 20;
   std::string text;
   for (const CommandTable::Group& group : CommandTable::All().Groups()) {
     text += group.title + ":\n";
-    for (const CommandEntry& entry : group.entries) {
-      text += "  " + Padded(entry.verb, kColumn) + entry.summary + "\n";
-    }
+    for (const CommandEntry& entry : group.entries) text += Line(entry);
   }
   return text;
 }

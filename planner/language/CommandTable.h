@@ -48,8 +48,9 @@ class CommandTable {
   std::vector<Group> groups_;
 };
 
-// The summary and the arguments of a command.
-std::string HelpOn(const CommandEntry& iEntry);
+// The summary and the arguments of the command that the words begin with, or the commands whose
+// first word they are. InputError when there is none.
+std::string HelpOn(const std::vector<std::string>& iWords);
 // Every command in one line.
 std::string HelpOnAll();
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "embedded/Error.h"
+#include "planner/import/RowFault.h"
+#include "planner/report/Text.h"
 
 namespace biwplan {
 
@@ -23,6 +25,15 @@ namespace {
   throw embedded::InputError(verb + ": " + why + "; 'help " + verb + "' shows what it takes");
 }
 
+// The parser takes a word in brackets for a list of its own; so such words go through it marked.
+constexpr char kMark = '\1';
+
+std::string Marked(const std::string& word) { return word.starts_with('[') ? kMark + word : word; }
+
+void Unmark(std::string& text) {
+  if (text.starts_with(kMark)) text.erase(0, 1);
+}
+
 std::string FirstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
 }  // namespace
@@ -35,19 +46,21 @@ Syntax::~Syntax() = default;
 
 void Syntax::Required(NameKind iKind, const std::string& iName, std::string& oText,
                       const std::string& iHelp) {
-  parser_->app.add_option(iName, oText, iHelp)->required()->type_name("");
-  arguments_.push_back({{iKind, {}}, false});
+  Optional(iKind, iName, oText, iHelp);
+  parser_->app.get_option(iName)->required();
 }
 
 void Syntax::Optional(NameKind iKind, const std::string& iName, std::string& oText,
                       const std::string& iHelp) {
   parser_->app.add_option(iName, oText, iHelp)->type_name("");
+  texts_.push_back(&oText);
   arguments_.push_back({{iKind, {}}, false});
 }
 
 void Syntax::AddSeveral(NameKind kind, const std::string& name, std::vector<std::string>& texts,
                         const std::string& help, bool isRequired) {
   parser_->app.add_option(name, texts, help)->required(isRequired)->type_name("");
+  list_ = &texts;
   arguments_.push_back({{kind, {}}, true});
 }
 
@@ -63,16 +76,10 @@ void Syntax::AnyNumber(NameKind iKind, const std::string& iName, std::vector<std
 
 void Syntax::Choice(const std::vector<std::string>& iWords, std::string& oWord,
                     const std::string& iHelp) {
-  const std::string name = CLI::detail::join(iWords, "|");
-  const auto check = [iWords, name](const std::string& word) {
-    const bool isKnown = std::find(iWords.begin(), iWords.end(), word) != iWords.end();
-    return isKnown ? std::string() : "\"" + word + "\" is not one of " + name;
-  };
-  parser_->app.add_option(name, oWord, iHelp)
-      ->required()
-      ->type_name("")
-      ->check(CLI::Validator(check, "", ""));
-  arguments_.push_back({{NameKind::Word, iWords}, false});
+  Required(NameKind::Word, CLI::detail::join(iWords, "|"), oWord, iHelp);
+  arguments_.back().candidates.words = iWords;
+  chosen_ = &oWord;
+  choices_ = iWords;
 }
 
 void Syntax::Flag(const std::string& iName, bool& oIsSet, const std::string& iHelp) {
@@ -83,6 +90,7 @@ void Syntax::Flag(const std::string& iName, bool& oIsSet, const std::string& iHe
 void Syntax::Option(NameKind iKind, const std::string& iName, const std::string& iValueName,
                     std::string& oText, const std::string& iHelp) {
   parser_->app.add_option(iName, oText, iHelp)->type_name(iValueName);
+  texts_.push_back(&oText);
   options_.push_back({iName, true, iKind});
 }
 
@@ -96,15 +104,22 @@ void Syntax::Note(const std::string& iText) { parser_->app.footer(iText); }
 
 void Syntax::Read(const std::vector<std::string>& iWords) {
   const std::string verb = parser_->app.get_name();
+  std::vector<std::string> words(iWords.size());
+  std::transform(iWords.begin(), iWords.end(), words.rbegin(), Marked);
   try {
-    parser_->app.parse(std::vector<std::string>(iWords.rbegin(), iWords.rend()));
+    parser_->app.parse(std::move(words));
   } catch (const CLI::CallForHelp&) {
     asksForHelp_ = true;
   } catch (const CLI::ExtrasError&) {
-    Refuse(verb, "\"" + parser_->app.remaining().front() + "\" is not understood");
+    Refuse(verb, Quoted(parser_->app.remaining().front()) + " is not understood");
   } catch (const CLI::ParseError& error) {
     Refuse(verb, FirstLine(error.what()));
   }
+  for (std::string* const text : texts_) Unmark(*text);
+  for (std::string& text : *list_) Unmark(text);
+  const bool isChosen = !chosen_ || asksForHelp_ ||
+                        std::find(choices_.begin(), choices_.end(), *chosen_) != choices_.end();
+  if (!isChosen) Refuse(verb, Quoted(*chosen_) + " is not one of " + Listed(choices_));
 }
 
 std::string Syntax::Help() const { return parser_->app.help(); }

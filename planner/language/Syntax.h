@@ -71,6 +71,12 @@ class Syntax {
   std::unique_ptr<Parser> parser_;
   std::vector<Argument> arguments_;
   std::vector<OptionShape> options_;
+  std::vector<std::string*> texts_;
+  std::vector<std::string> none_;
+  std::vector<std::string>* list_ = &none_;
+  // What the command has to choose; null when there is nothing.
+  const std::string* chosen_ = nullptr;
+  std::vector<std::string> choices_;
   bool isJson_ = false;
   bool asksForHelp_ = false;
 };
