@@ -8,7 +8,7 @@
 #include "planner/Resources.h"
 #include "planner/Session.h"
 #include "planner/language/CommandTable.h"
-#include "planner/language/EditLine.h"
+#include "planner/language/Terminal.h"
 #include "planner/language/Interpreter.h"
 #include "planner/language/Script.h"
 #include "planner/language/Shell.h"
@@ -144,7 +144,7 @@ Status RunDemand(const Demand& demand, const Surroundings& surroundings, Console
   }
   const bool isScript = !demand.script.empty() && demand.script != "-";
   if (demand.script.empty() && surroundings.isTyped) {
-    EditLine user(session);
+    Terminal user(session);
     RunShell(user, session, interpreter, console);
     return kDone;
   }
