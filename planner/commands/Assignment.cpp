@@ -34,10 +34,16 @@ Objects Accepted(const Objects& welds, const ZefISPPActivity_var& activity, bool
   return found;
 }
 
-// "; already there: SW-1, SW-2", or nothing.
+// A line with the names in the field, at most twenty of them; nothing without names.
 std::string Rest(const Json& data, const char* field, const std::string& title) {
-  const Json& names = data.at(field);
-  return names.empty() ? std::string() : "  " + title + ": " + Listed(names) + "\n";
+  constexpr std::size_t kMost = 20;
+  std::vector<std::string> names = data.at(field);
+  if (names.empty()) return {};
+  const std::size_t count = names.size();
+  names.resize(std::min(count, kMost));
+  const std::string more =
+      count > kMost ? " and " + std::to_string(count - kMost) + " more" : std::string();
+  return "  " + title + ": " + Listed(names) + more + "\n";
 }
 
 // What assigning, unassigning and reallocating have in common.

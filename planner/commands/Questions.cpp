@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "host/values/Each.h"
 #include "planner/Session.h"
 #include "planner/commands/Commands.h"
@@ -19,7 +17,10 @@ class Question : public Command {
   Answer Run(Session& ioSession) override {
     Answer answer;
     Json& welds = answer.data["welds"] = Json::array();
-    for (const auto& weld : Each<ZefBaseUnknown>(Subjects(ioSession))) {
+    const ZefListValZefBaseUnknown_var subjects = Subjects(ioSession);
+    Progress progress = ioSession.Watch("welds", static_cast<std::size_t>(subjects.Size()));
+    for (const auto& weld : Each<ZefBaseUnknown>(subjects)) {
+      progress.Advance();
       const bool isYes = IsYes(weld);
       welds.push_back({{"weld", NameOf(weld)}, {"answer", isYes}});
       answer.isNo = answer.isNo || !isYes;
