@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "host/values/Each.h"
 #include "planner/Session.h"
 #include "planner/commands/Commands.h"
