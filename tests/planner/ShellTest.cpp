@@ -94,8 +94,8 @@ TEST_F(ShellTest, CompletesVerbsAndNames) {
   biwplan::Console console{none, none};
   biwplan::Session session(Path("door.json"), console);
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
-      {"un", {"unassign"}},
-      {"external c", {"chain", "count", "create"}},
+      {"unas", {"unassign"}},
+      {"external cha", {"chain"}},
       {"exter", {"external"}},
       {"assign ", {"OP10", "OP20", "OP30", "Process", "ST10"}},
       {"assign OP", {"OP10", "OP20", "OP30"}},
