@@ -21,7 +21,7 @@ class ProductOutput;
 // A step of the process. The document owns activities and flows; the tree and the neighbours are
 // not counted. An activity that was removed from its document keeps its data and answers that it
 // has neither parent nor children nor flows.
-class Activity
+class Activity final
     : public ComponentObject<ZefISPPActivity, ZefISPPActivityRoot, ZefISPPFlowMgt,
                              ZefISPPChildManagement, ZefISPPItemMgt, ZefISpecObject, Linkable,
                              Redrawable, Aliased, ZefISPPActivityModificationEvents,

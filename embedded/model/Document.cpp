@@ -27,16 +27,10 @@ class Environment : public ComponentObject<ZefIAlias> {
   bool managed_;
 };
 
-template <class Map>
-auto Find(const Map& map, const std::string& key) -> typename Map::mapped_type {
-  const auto found = map.find(key);
-  return found == map.end() ? nullptr : found->second;
-}
-
-template <class Map>
-void RequireNewKey(const Map& map, const std::string& key, const char* what) {
+template <class Object>
+void RequireNewKey(const KeyIndex<Object>& index, const std::string& key, const char* what) {
   if (key.empty()) throw InputError(std::string("A ") + what + " needs an identifier.");
-  if (map.contains(key)) {
+  if (index.Find(key)) {
     throw InputError("There is already a " + std::string(what) + " \"" + key +
                      "\"; choose another identifier.");
   }
@@ -72,14 +66,14 @@ Document::Document(Kind iKind, const std::string& iRootKey)
   environment_ = MakeOwned<Environment>(false)->Identity();
   dispatcher_ = Make<ZefSPPActivityNotificationDispatcher>();
   products_.push_back(MakeOwned<Product>(ProductData{.key = "Products"}, nullptr, membership_));
-  keys_.products["Products"] = products_.front().Get();
+  keys_.products.Add(RootProduct().Key(), &RootProduct());
   productRoots_ = {products_.front().Get()};
   const bool hasProcess = iKind == Kind::Process || iKind == Kind::Both;
   root_->AnswerInterface(IID_ZefISPPProcessContainer, hasProcess);
   if (!hasProcess) return;
   const ActivityData data{.key = iRootKey, .role = ActivityData::Role::Step};
   activities_.push_back(MakeOwned<Activity>(data, true, membership_));
-  keys_.activities[iRootKey] = activities_.front().Get();
+  keys_.activities.Add(Root()->Key(), Root());
 }
 
 Document::~Document() {
@@ -121,7 +115,7 @@ Activity& Document::AddActivity(Activity& iParent, const ActivityData& iData) {
   Activity& activity = *activities_.back();
   activity.parent_ = &iParent;
   iParent.children_.push_back(&activity);
-  keys_.activities[iData.key] = &activity;
+  keys_.activities.Add(activity.Key(), &activity);
   return activity;
 }
 
@@ -149,12 +143,12 @@ void Document::DetachActivity(Activity& iActivity) {
   iActivity.links_.Clear();
   for (const Owned<ProductOutput>& output : iActivity.outputs_) output->Leave();
   iActivity.outputs_.clear();
-  keys_.activities.erase(iActivity.Key());
+  keys_.activities.Remove(iActivity.Key());
   std::erase_if(activities_, [&](const auto& activity) { return activity.Get() == &iActivity; });
 }
 
 Activity* Document::FindActivity(const std::string& iKey) const {
-  return Find(keys_.activities, iKey);
+  return keys_.activities.Find(iKey);
 }
 
 ControlFlow& Document::AddFlow(Activity& iFrom, Activity& iTo, bool iQuietly) {
@@ -209,53 +203,52 @@ Product& Document::AddProduct(Product& iParent, const ProductData& iData, Produc
   Product& product = *products_.back();
   product.parent_ = &iParent;
   iParent.children_.push_back(&product);
-  keys_.products[iData.key] = &product;
+  keys_.products.Add(product.Key(), &product);
   return product;
 }
 
-Product* Document::FindProduct(const std::string& iKey) const { return Find(keys_.products, iKey); }
+Product* Document::FindProduct(const std::string& iKey) const { return keys_.products.Find(iKey); }
 
 MfgAssembly& Document::AddAssembly(const std::string& iKey) {
   std::string key = iKey;
   for (std::size_t next = assemblies_.size() + 1; key.empty(); ++next) {
     const std::string free = "MA-" + std::to_string(next);
-    if (!keys_.assemblies.contains(free)) key = free;
+    if (!keys_.assemblies.Find(free)) key = free;
   }
   RequireNewKey(keys_.assemblies, key, "manufacturing assembly");
   assemblies_.push_back(MakeOwned<MfgAssembly>(key, membership_));
-  keys_.assemblies[key] = assemblies_.back().Get();
+  keys_.assemblies.Add(assemblies_.back()->Key(), assemblies_.back().Get());
   return *assemblies_.back();
 }
 
 MfgAssembly* Document::FindAssembly(const std::string& iKey) const {
-  return Find(keys_.assemblies, iKey);
+  return keys_.assemblies.Find(iKey);
 }
 
 SpotWeld& Document::AddSpotWeld(const SpotWeldData& iData) {
   RequireNewKey(keys_.features, iData.key, "fastener");
   const Owned<SpotWeld> weld = MakeOwned<SpotWeld>(iData, membership_);
-  AddFeature(iData.key, weld->Identity());
+  AddFeature(weld->Key(), weld->Identity());
   return *weld;
 }
 
 CurveFastener& Document::AddCurveFastener(const CurveFastenerData& iData) {
   RequireNewKey(keys_.features, iData.key, "fastener");
   const Owned<CurveFastener> curve = MakeOwned<CurveFastener>(iData, membership_);
-  AddFeature(iData.key, curve->Identity());
+  AddFeature(curve->Key(), curve->Identity());
   return *curve;
 }
 
 PointFeature& Document::AddPointFeature(const PointFeatureData& iData) {
   RequireNewKey(keys_.features, iData.key, "feature");
   const Owned<PointFeature> point = MakeOwned<PointFeature>(iData, membership_);
-  AddFeature(iData.key, point->Identity());
+  AddFeature(point->Key(), point->Identity());
   return *point;
 }
 
-ZefBaseUnknown& Document::AddFeature(const std::string& iKey, const ZefBaseUnknown_var& iFeature) {
+void Document::AddFeature(const std::string& iKey, const ZefBaseUnknown_var& iFeature) {
   features_.push_back(iFeature);
-  keys_.features[iKey] = iFeature.Get();
-  return *iFeature;
+  keys_.features.Add(iKey, iFeature.Get());
 }
 
 void Document::RemoveFeature(ZefBaseUnknown* iFeature) {
@@ -263,13 +256,13 @@ void Document::RemoveFeature(ZefBaseUnknown* iFeature) {
   if (std::erase(features_, feature) == 0) {
     throw InputError("The feature is not part of this document.");
   }
-  keys_.features.erase(ObjectAs<Aliased>(iFeature)->Key());
+  keys_.features.Remove(ObjectAs<Aliased>(iFeature)->Key());
   const std::vector<ItemLink*> links = ObjectAs<Linkable>(iFeature)->Links();
   for (ItemLink* const link : links) link->OwnActivity()->links_.Remove(link);
 }
 
 ZefBaseUnknown* Document::FindFeature(const std::string& iKey) const {
-  return Find(keys_.features, iKey);
+  return keys_.features.Find(iKey);
 }
 
 void Document::AttachDatabase(std::unique_ptr<ProcessDatabase> iDatabase) {

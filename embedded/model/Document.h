@@ -2,13 +2,13 @@
 
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "embedded/model/Activity.h"
 #include "embedded/model/Containers.h"
 #include "embedded/model/ControlFlow.h"
 #include "embedded/model/Fasteners.h"
+#include "embedded/model/KeyIndex.h"
 #include "embedded/model/MfgAssembly.h"
 #include "embedded/model/Product.h"
 #include "embedded/model/ProductOutput.h"
@@ -101,13 +101,14 @@ class Document : public ComponentObject<ZefDocument, ZefInit, ZefIIPDAdapter, Ze
 
  private:
   struct Keys {
-    std::unordered_map<std::string, Activity*> activities;
-    std::unordered_map<std::string, Product*> products;
-    std::unordered_map<std::string, MfgAssembly*> assemblies;
-    std::unordered_map<std::string, ZefBaseUnknown*> features;
+    KeyIndex<Activity> activities;
+    KeyIndex<Product> products;
+    KeyIndex<MfgAssembly> assemblies;
+    KeyIndex<ZefBaseUnknown> features;
   };
 
-  ZefBaseUnknown& AddFeature(const std::string& iKey, const ZefBaseUnknown_var& iFeature);
+  // The key is the feature's own.
+  void AddFeature(const std::string& iKey, const ZefBaseUnknown_var& iFeature);
   void RequireOwn(const Activity& iActivity) const;
   void DetachActivity(Activity& iActivity);
 

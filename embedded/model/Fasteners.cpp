@@ -15,7 +15,6 @@ namespace embedded {
 void FastenerFacet::Describe(const FastenerData& iData) {
   data_ = iData;
   for (Product* const part : data_.parts) parts_.Append(part->Identity());
-  data_.parts.clear();
   ShowStatus();
 }
 

@@ -64,8 +64,8 @@ class FastenerFacet : public TuvIBIWFastener {
   bool represented_ = true;
 };
 
-class SpotWeld : public DisplayedObject<FastenerFacet, TuvIBIWPointFastener, TuvIBIWFeature,
-                                        TuvISpotWeld, ZefISPPItem> {
+class SpotWeld final : public DisplayedObject<FastenerFacet, TuvIBIWPointFastener, TuvIBIWFeature,
+                                              TuvISpotWeld, ZefISPPItem> {
  public:
   SpotWeld(const SpotWeldData& iData, MembershipPointer iMembership);
   ZefMetaClass* GetMetaObject() const override;
@@ -87,7 +87,7 @@ class SpotWeld : public DisplayedObject<FastenerFacet, TuvIBIWPointFastener, Tuv
   double diameter_;
 };
 
-class CurveFastener
+class CurveFastener final
     : public DisplayedObject<FastenerFacet, TuvIBIWCurveFastener, TuvIBIWFeature, ZefISPPItem> {
  public:
   CurveFastener(const CurveFastenerData& iData, MembershipPointer iMembership);
@@ -112,8 +112,8 @@ struct PointFeatureData {
   bool isClamp = false;
 };
 
-class PointFeature : public DisplayedObject<TuvIBIWLocatingPoint, TuvIBIWClampingPoint,
-                                            TuvIBIWFeature, ZefISPPItem> {
+class PointFeature final : public DisplayedObject<TuvIBIWLocatingPoint, TuvIBIWClampingPoint,
+                                                  TuvIBIWFeature, ZefISPPItem> {
  public:
   PointFeature(const PointFeatureData& iData, MembershipPointer iMembership);
   ZefMetaClass* GetMetaObject() const override;

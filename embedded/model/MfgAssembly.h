@@ -15,7 +15,7 @@ namespace embedded {
 class ProductOutput;
 
 // A manufacturing assembly; as a product, too: its part number and text are its name.
-class MfgAssembly
+class MfgAssembly final
     : public DisplayedObject<TuvIMfgAssembly, ZefIProduct, ZefINavigateObject, ZefISPPItem> {
  public:
   // The key is unique in the document.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+#include <typeinfo>
 #include <utility>
 
 #include "host/component/Handle.h"
@@ -40,7 +42,13 @@ template <class T, class... Arguments>
 // The object behind an interface pointer as a class of this host; null when it is of another.
 template <class T>
 T* ObjectAs(const ZefBaseUnknown* object) {
-  return object ? dynamic_cast<T*>(object->GetImpl(0)) : nullptr;
+  ZefBaseUnknown* const implementation = object ? object->GetImpl(0) : nullptr;
+  if constexpr (std::is_final_v<T>) {
+    // Nothing derives from the class, so there are no bases to be searched.
+    if (!implementation || typeid(*implementation) != typeid(T)) return nullptr;
+    return static_cast<T*>(dynamic_cast<void*>(implementation));
+  }
+  return dynamic_cast<T*>(implementation);
 }
 
 }  // namespace embedded

@@ -25,8 +25,8 @@ struct ProductData {
 };
 
 // A product: a reference, or an instance of one, which has the reference's children.
-class Product : public DisplayedObject<ZefIProduct, ZefINavigateObject, ZefISPPItem, ZefIMovable,
-                                       ZefIAsmGraphicProperties> {
+class Product final : public DisplayedObject<ZefIProduct, ZefINavigateObject, ZefISPPItem,
+                                             ZefIMovable, ZefIAsmGraphicProperties> {
  public:
   // `iReference` null: the product is a reference itself.
   Product(const ProductData& iData, Product* iReference, MembershipPointer iMembership);

@@ -8,7 +8,7 @@ namespace embedded {
 class Activity;
 
 // A product output of an activity. It holds its product, also after it was removed.
-class ProductOutput : public ComponentObject<ZefISPPProductIO> {
+class ProductOutput final : public ComponentObject<ZefISPPProductIO> {
  public:
   // The activity is not counted.
   explicit ProductOutput(Activity* iActivity) : activity_(iActivity) {}
