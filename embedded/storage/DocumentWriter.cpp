@@ -14,6 +14,9 @@ namespace embedded {
 
 namespace {
 
+// About what a line for a feature and one for its link take.
+constexpr std::size_t kBytesPerFeature = 300;
+
 template <class Value, std::size_t kCount>
 std::string_view WordFor(Value value, const Word<Value> (&words)[kCount]) {
   for (const Word<Value>& word : words) {
@@ -28,27 +31,16 @@ bool AreAll(const Numbers& numbers, double value) {
                      [&](double number) { return number == value; });
 }
 
+[[noreturn]] void FailForeign(const char* role) {
+  throw InputError(std::string("stands a ") + role + " that is no object of this document");
+}
+
 }  // namespace
 
 DocumentWriter::DocumentWriter(const Document& iDocument, const std::filesystem::path& iFolder)
-    : document_(iDocument), folder_(iFolder.empty() ? "." : iFolder) {
-  NameObjects();
-}
-
-void DocumentWriter::NameObjects() {
-  names_.reserve(document_.Features().size() + document_.Products().size() +
-                 document_.Activities().size() + document_.Assemblies().size());
-  const auto add = [this](std::string_view kind, const auto& objects) {
-    for (const auto& object : objects) {
-      names_.emplace(object->Identity(), Name{kind, &object->Key()});
-    }
-  };
-  add("activity", document_.Activities());
-  add("product", document_.Products());
-  add("assembly", document_.Assemblies());
-  for (const ZefBaseUnknown_var& feature : document_.Features()) {
-    names_.emplace(feature.Get(), Name{"feature", &ObjectAs<Aliased>(feature.Get())->Key()});
-  }
+    : document_(iDocument),
+      folder_(iFolder.empty() ? "." : iFolder),
+      json_(kBytesPerFeature * iDocument.Features().size()) {
   for (const auto& activity : document_.Activities()) {
     int number = 0;
     for (const auto& output : activity->Outputs()) {
@@ -221,7 +213,7 @@ void DocumentWriter::WriteProducers(const MfgAssembly& assembly) {
   json_.EndArray();
 }
 
-void DocumentWriter::WriteFeature(ZefBaseUnknown& feature) {
+void DocumentWriter::WriteFeature(const ZefBaseUnknown& feature) {
   if (const auto* const weld = ObjectAs<SpotWeld>(&feature)) return Write(*weld);
   if (const auto* const curve = ObjectAs<CurveFastener>(&feature)) return Write(*curve);
   Write(*ObjectAs<PointFeature>(&feature));
@@ -259,8 +251,9 @@ void DocumentWriter::WriteFastening(const FastenerFacet& fastener) {
   OptionalField("type", fastener.Fastening().type);
   json_.Key("parts");
   json_.BeginArray();
-  for (int i = 1; i <= fastener.OwnParts().Size(); ++i) {
-    json_.Text(*NameOf(fastener.OwnParts()[i].Get(), "joined part").key);
+  for (const Product* const part : fastener.Fastening().parts) {
+    if (part->OwnDocument() != &document_) FailForeign("joined part");
+    json_.Text(part->Key());
   }
   json_.EndArray();
   if (fastener.Fastening().missingParts.empty()) return;
@@ -307,17 +300,17 @@ void DocumentWriter::Write(const ItemLink& link) {
     json_.Key("fixed");
     json_.Integer(link.details.fixed);
   }
-  WriteSource(link.details.source.Get());
+  if (link.details.source) WriteSource(link.details.source.Get());
 }
 
 // An output that was removed since then is nothing that the file could name.
 void DocumentWriter::WriteSource(const ZefBaseUnknown* source) {
   const auto output = outputs_.find(source);
-  const bool isObject = names_.contains(source);
-  if (!isObject && output == outputs_.end()) return;
+  const bool isOutput = output != outputs_.end();
+  if (!isOutput && !NameOf(source).key) return;
   json_.Key("source");
   json_.BeginObject();
-  isObject ? WriteReference(source, "source") : WriteReference(output->second);
+  isOutput ? WriteReference(output->second) : WriteReference(source, "source");
   json_.EndObject();
 }
 
@@ -347,15 +340,32 @@ void DocumentWriter::Field(std::string_view key, std::span<const double> numbers
   Numbers(numbers);
 }
 
-const DocumentWriter::Name& DocumentWriter::NameOf(const ZefBaseUnknown* object,
-                                                   const char* role) const {
-  const auto name = names_.find(object);
-  if (name != names_.end()) return name->second;
-  throw InputError(std::string("stands a ") + role + " that is no object of this document");
+// A feature that was removed has no links.
+template <class Feature>
+DocumentWriter::Name DocumentWriter::NameOfFeature(const Feature& feature) const {
+  const bool isOwn =
+      feature.OwnDocument() == &document_ &&
+      (!feature.Links().empty() || document_.FindFeature(feature.Key()) == feature.Identity());
+  return isOwn ? Name{"feature", &feature.Key()} : Name{};
+}
+
+DocumentWriter::Name DocumentWriter::NameOf(const ZefBaseUnknown* object) const {
+  if (const auto* const weld = ObjectAs<SpotWeld>(object)) return NameOfFeature(*weld);
+  if (const auto* const curve = ObjectAs<CurveFastener>(object)) return NameOfFeature(*curve);
+  if (const auto* const point = ObjectAs<PointFeature>(object)) return NameOfFeature(*point);
+  if (const auto* const product = ObjectAs<Product>(object)) {
+    if (product->OwnDocument() == &document_) return {"product", &product->Key()};
+  } else if (const auto* const assembly = ObjectAs<MfgAssembly>(object)) {
+    if (assembly->OwnDocument() == &document_) return {"assembly", &assembly->Key()};
+  } else if (const auto* const activity = ObjectAs<Activity>(object)) {
+    if (document_.FindActivity(activity->Key()) == activity) return {"activity", &activity->Key()};
+  }
+  return {};
 }
 
 void DocumentWriter::WriteReference(const ZefBaseUnknown* object, const char* role) {
-  const Name& name = NameOf(object, role);
+  const Name name = NameOf(object);
+  if (!name.key) FailForeign(role);
   Field(name.kind, *name.key);
 }
 

@@ -23,8 +23,8 @@ class DocumentWriter {
  private:
   // How the file names an object: its kind and its key.
   struct Name {
-    std::string_view kind;
-    const std::string* key;
+    std::string_view kind{};  // empty for what is no object of the document
+    const std::string* key = nullptr;
   };
   struct OutputPlace {
     const Activity* activity;
@@ -32,7 +32,6 @@ class DocumentWriter {
     std::size_t order;  // among the document's
   };
 
-  void NameObjects();
   void WriteHeader();
   void WriteDatabase();
   void WriteChoices();
@@ -43,7 +42,7 @@ class DocumentWriter {
   void WriteData(const ProductData& data);
   void Write(const MfgAssembly& assembly);
   void WriteProducers(const MfgAssembly& assembly);
-  void WriteFeature(ZefBaseUnknown& feature);
+  void WriteFeature(const ZefBaseUnknown& feature);
   void Write(const SpotWeld& weld);
   void Write(const CurveFastener& curve);
   void Write(const PointFeature& point);
@@ -61,7 +60,9 @@ class DocumentWriter {
   void OptionalField(std::string_view key, const std::string& text, std::string_view standard = {});
   void Numbers(std::span<const double> numbers);
   void Field(std::string_view key, std::span<const double> numbers);
-  const Name& NameOf(const ZefBaseUnknown* object, const char* role) const;
+  Name NameOf(const ZefBaseUnknown* object) const;
+  template <class Feature>
+  Name NameOfFeature(const Feature& feature) const;
   // The member that names an object, such as "feature": "SW-1", or those that name an output.
   void WriteReference(const ZefBaseUnknown* object, const char* role);
   void WriteReference(const OutputPlace& place);
@@ -69,7 +70,6 @@ class DocumentWriter {
   const Document& document_;
   std::filesystem::path folder_;
   JsonWriter json_;
-  std::unordered_map<const ZefBaseUnknown*, Name> names_;
   std::unordered_map<const ZefBaseUnknown*, OutputPlace> outputs_;
 };
 

@@ -105,7 +105,9 @@ class Draft {
     static constexpr char kLetters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
     static std::random_device random;
     std::uniform_int_distribution<std::size_t> letter(0, sizeof kLetters - 2);
-    std::string name = "." + file_.filename().string() + ".";
+    std::string name(1, '.');
+    name += file_.filename().string();
+    name += '.';
     for (int i = 0; i < 8; ++i) name += kLetters[letter(random)];
     return file_.parent_path() / name;
   }

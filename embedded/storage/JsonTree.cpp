@@ -14,6 +14,7 @@ namespace embedded {
 namespace {
 
 constexpr int kNumberTooLarge = 406;
+constexpr std::size_t kSmallObject = 16;
 
 std::string Escaped(std::string_view key) {
   std::string escaped;
@@ -82,11 +83,10 @@ class JsonTree::Builder {
 
 JsonTree::Node JsonTree::Builder::NewNode(Type type, double number) const {
   const std::size_t begin = hasKey_ ? keyBegin_ : tree_.texts_.size();
-  return {.begin = static_cast<std::uint32_t>(begin),
+  return {.number = number,
+          .begin = static_cast<std::uint32_t>(begin),
           .keyLength = static_cast<std::uint32_t>(tree_.texts_.size() - begin),
-          .textLength = 0,
           .end = static_cast<std::uint32_t>(tree_.nodes_.size() + 1),
-          .number = number,
           .type = type};
 }
 
@@ -102,7 +102,6 @@ bool JsonTree::Builder::Add(Type type, double number) {
 
 bool JsonTree::Builder::string(const std::string& text) {
   Add(Type::Text);
-  tree_.nodes_.back().textLength = static_cast<std::uint32_t>(text.size());
   tree_.texts_ += text;
   return true;
 }
@@ -141,13 +140,18 @@ void JsonTree::Builder::RequireDistinctKeys() {
   for (auto i = open_.back() + 1; i < tree_.nodes_.size(); i = tree_.nodes_[i].end) {
     members_.push_back(i);
   }
-  std::sort(members_.begin(), members_.end(),
-            [&](std::uint32_t a, std::uint32_t b) { return key(a) < key(b); });
-  const auto twice =
-      std::adjacent_find(members_.begin(), members_.end(),
-                         [&](std::uint32_t a, std::uint32_t b) { return key(a) == key(b); });
-  if (twice == members_.end()) return;
-  FailAt(*twice, "the key stands twice in this object; it may stand there once");
+  // Most objects are small, and comparing keys pair by pair is then faster than sorting them.
+  if (members_.size() > kSmallObject) {
+    std::sort(members_.begin(), members_.end(),
+              [&](std::uint32_t a, std::uint32_t b) { return key(a) < key(b); });
+  }
+  const std::size_t reach = members_.size() > kSmallObject ? 1 : kSmallObject;
+  for (std::size_t i = 0; i < members_.size(); ++i) {
+    for (std::size_t j = i + 1; j < members_.size() && j <= i + reach; ++j) {
+      if (key(members_[i]) != key(members_[j])) continue;
+      FailAt(members_[j], "the key stands twice in this object; it may stand there once");
+    }
+  }
 }
 
 // Line and column of the character that was read last.
@@ -190,6 +194,9 @@ JsonTree::JsonTree(std::string_view iText, std::string iName) : name_(std::move(
     throw InputError(name_ + ": the text has more than " + std::to_string(kMaxBytes >> 20) +
                      " MiB; split the document");
   }
+  // Memory beyond what the text needs is never touched.
+  nodes_.reserve(std::min(iText.size() / 8 + 1, kMaxValues));
+  texts_.reserve(iText.size());
   Builder builder(*this, iText);
   nlohmann::json::sax_parse(iText.begin(), iText.end(), &builder);
 }
@@ -200,13 +207,21 @@ std::string_view JsonTree::KeyOf(const Node& node) const {
   return std::string_view(texts_).substr(node.begin, node.keyLength);
 }
 
+// Up to where the next value has its key.
+std::string_view JsonTree::TextAt(std::size_t index) const {
+  const std::size_t begin = nodes_[index].begin + nodes_[index].keyLength;
+  const std::size_t end = index + 1 < nodes_.size() ? nodes_[index + 1].begin : texts_.size();
+  return std::string_view(texts_).substr(begin, end - begin);
+}
+
 std::string JsonTree::PointerTo(std::size_t index) const {
   std::string pointer;
   for (std::size_t at = 0; at != index;) {
     const bool isArray = nodes_[at].type == Type::Array;
     long position = 0;
     for (++at; nodes_[at].end <= index; ++position) at = nodes_[at].end;
-    pointer += "/" + (isArray ? std::to_string(position) : Escaped(KeyOf(nodes_[at])));
+    pointer += '/';
+    pointer += isArray ? std::to_string(position) : Escaped(KeyOf(nodes_[at]));
   }
   return pointer;
 }
@@ -219,7 +234,9 @@ void JsonValue::Fail(const std::string& iWhat) const {
 std::string_view JsonValue::Text() const {
   const JsonTree::Node& node = Self();
   if (node.type != JsonTree::Type::Text) Fail("a text in quotes must stand here");
-  return std::string_view(tree_->texts_).substr(node.begin + node.keyLength, node.textLength);
+  const std::string_view text = tree_->TextAt(index_);
+  if (text.find('\0') != std::string_view::npos) Fail("the text has a NUL character; remove it");
+  return text;
 }
 
 double JsonValue::Number(const NumberRange& iRange) const {

@@ -34,17 +34,17 @@ class JsonTree {
   friend class JsonValue;
   class Builder;
   enum class Type : std::uint8_t { Null, Flag, Integer, Real, Text, Array, Object };
-  // Key and text of a value stand one behind the other in `texts_`.
+  // `texts_` has the key of a value and then its text, and behind that the same of the next value.
   struct Node {
+    double number;
     std::uint32_t begin;
     std::uint32_t keyLength;
-    std::uint32_t textLength;
     std::uint32_t end;  // behind the values inside
-    double number;
     Type type;
   };
 
   std::string_view KeyOf(const Node& node) const;
+  std::string_view TextAt(std::size_t index) const;
   std::string PointerTo(std::size_t index) const;
 
   std::string name_;

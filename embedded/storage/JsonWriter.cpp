@@ -1,7 +1,9 @@
 #include "embedded/storage/JsonWriter.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 #include "embedded/Error.h"
@@ -14,12 +16,16 @@ namespace {
 
 constexpr std::size_t kDepthOfLines = 2;
 constexpr std::size_t kLongestNumber = 32;
+constexpr double kLargestWhole = 1e15;
 
 template <class Value>
 void AppendNumber(std::string& json, Value number) {
   char digits[kLongestNumber];
   json.append(digits, std::to_chars(digits, digits + kLongestNumber, number).ptr);
 }
+
+// Stands in a JSON text as it is.
+bool IsPlain(char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; }
 
 }  // namespace
 
@@ -53,15 +59,22 @@ void JsonWriter::End(char bracket) {
 void JsonWriter::Key(std::string_view iKey) {
   key_ = iKey;
   Separate();
-  json_.append("\"").append(iKey).append("\": ");
+  json_ += '"';
+  json_ += iKey;
+  json_ += "\": ";
   isAfterKey_ = true;
 }
 
 void JsonWriter::Text(std::string_view iText) {
-  if (!IsUtf8(iText)) throw InputError(Quoted(key_) + " is not UTF-8 text");
   Separate();
   json_ += '"';
-  AppendJsonText(json_, iText);
+  if (std::all_of(iText.begin(), iText.end(), IsPlain)) {
+    json_ += iText;
+  } else if (IsUtf8(iText) && iText.find('\0') == std::string_view::npos) {
+    AppendJsonText(json_, iText);
+  } else {
+    throw InputError(Quoted(key_) + " is not UTF-8 text without NUL characters");
+  }
   json_ += '"';
 }
 
@@ -74,9 +87,14 @@ void JsonWriter::Number(double iNumber, const NumberRange& iRange) {
     throw InputError(what);
   }
   Separate();
-  AppendNumber(json_, iNumber);
-  // Without a fraction it would be read as the whole number 0, which has no sign.
-  if (iNumber == 0 && std::signbit(iNumber)) json_ += ".0";
+  const auto whole = static_cast<std::int64_t>(std::abs(iNumber) < kLargestWhole ? iNumber : 0.5);
+  if (static_cast<double>(whole) != iNumber || (whole == 0 && std::signbit(iNumber))) {
+    AppendNumber(json_, iNumber);
+    // Without a fraction it would be read as the whole number 0, which has no sign.
+    if (iNumber == 0) json_ += ".0";
+  } else {
+    AppendNumber(json_, whole);
+  }
 }
 
 void JsonWriter::Integer(int iNumber) {

@@ -12,6 +12,9 @@ namespace embedded {
 // each, and what is inside those on the same line. InputError for what a JSON text cannot hold.
 class JsonWriter {
  public:
+  // Memory for about as many bytes is set aside.
+  explicit JsonWriter(std::size_t iExpectedBytes) { json_.reserve(iExpectedBytes); }
+
   void BeginObject() { Begin('{'); }
   void EndObject() { End('}'); }
   void BeginArray() { Begin('['); }
