@@ -35,7 +35,7 @@ Outcome Interpreter::Fail(const std::string& place, const std::string& what) {
 Outcome Interpreter::Run(const std::vector<std::string>& iWords, const std::string& iPlace) {
   if (iWords.empty()) return Outcome::Yes;
   try {
-    return Answer(iWords) ? Outcome::Yes : Outcome::No;
+    return Perform(iWords) ? Outcome::Yes : Outcome::No;
   } catch (const std::bad_alloc&) {
     return Fail(iPlace, "the memory does not suffice");
   } catch (const std::exception& error) {
@@ -53,7 +53,7 @@ Outcome Interpreter::RunLine(std::string_view iLine, const std::string& iPlace) 
   return Run(words, iPlace);
 }
 
-bool Interpreter::Answer(const std::vector<std::string>& words) {
+bool Interpreter::Perform(const std::vector<std::string>& words) {
   const CommandEntry& entry = CommandTable::All().Require(words);
   const std::unique_ptr<Command> command = entry.make();
   Syntax syntax(entry.verb, entry.summary);
@@ -64,7 +64,7 @@ bool Interpreter::Answer(const std::vector<std::string>& words) {
     console_.results << syntax.Help() << std::flush;
     return true;
   }
-  const biwplan::Answer answer = command->Run(session_);
+  const Answer answer = command->Run(session_);
   const std::vector<DialogRequest> warnings = session_.TakeWarnings();
   const bool isJson = console_.isJson || syntax.IsJson();
   console_.results << (isJson ? AsJson(entry.verb, answer.data, warnings)

@@ -22,7 +22,8 @@ class Interpreter {
   Outcome RunLine(std::string_view iLine, const std::string& iPlace = {});
 
  private:
-  bool Answer(const std::vector<std::string>& words);
+  // False when the answer is no.
+  bool Perform(const std::vector<std::string>& words);
   Outcome Fail(const std::string& place, const std::string& what);
 
   Session& session_;

@@ -51,8 +51,9 @@ struct Terminal::Editor {
     el_set(line, EL_PROMPT, &Editor::Prompt);
     el_set(line, EL_EDITOR, "emacs");
     el_set(line, EL_HIST, ::history, history);
-    el_set(line, EL_ADDFN, "biwplan-complete", "Completes the word.", &Editor::CompleteWord);
-    el_set(line, EL_ADDFN, "biwplan-abandon", "Drops the line.", &Editor::Abandon);
+    // With narrow texts the library would lose copies of them.
+    el_wset(line, EL_ADDFN, L"biwplan-complete", L"Completes the word.", &Editor::CompleteWord);
+    el_wset(line, EL_ADDFN, L"biwplan-abandon", L"Drops the line.", &Editor::Abandon);
     el_set(line, EL_BIND, "^I", "biwplan-complete", nullptr);
     // While a line is read, Ctrl-C is a key like others.
     el_set(line, EL_SETTY, "-d", "-isig", nullptr);
@@ -79,7 +80,7 @@ struct Terminal::Editor {
 
   static char* Prompt(EditLine* line) { return Of(line).prompt.data(); }
 
-  static unsigned char Abandon(EditLine* line, int) {
+  static unsigned char Abandon(EditLine* line, wint_t) {
     const LineInfo* const text = el_line(line);
     el_cursor(line, static_cast<int>(text->lastchar - text->cursor));
     el_deletestr(line, static_cast<int>(text->lastchar - text->buffer));
@@ -87,7 +88,7 @@ struct Terminal::Editor {
   }
 
   // Puts in what all candidates have in common; lists them when that is nothing new.
-  static unsigned char CompleteWord(EditLine* line, int) {
+  static unsigned char CompleteWord(EditLine* line, wint_t) {
     const LineInfo* const text = el_line(line);
     const std::string typed(text->buffer, text->cursor);
     const std::vector<std::string> found = Complete(typed, Of(line).session);
