@@ -8,10 +8,10 @@
 #include "planner/Resources.h"
 #include "planner/Session.h"
 #include "planner/language/CommandTable.h"
-#include "planner/language/Terminal.h"
 #include "planner/language/Interpreter.h"
 #include "planner/language/Script.h"
 #include "planner/language/Shell.h"
+#include "planner/language/Terminal.h"
 
 namespace biwplan {
 
