@@ -1,5 +1,6 @@
 #include <cstring>
 #include <memory>
+#include <unordered_set>
 
 #include "frame/Trace.h"
 #include "host/dialog/ZefFrmLayout.h"
@@ -57,6 +58,12 @@ Handle<ZefModelForRep3D> MakeLabel(const ZefBaseUnknown_var& weld) {
   rep->SetColor(kLabelColor);
   model->SetRep(rep);
   return model;
+}
+
+std::unordered_set<const ZefModelForRep3D*> ElementsOf(const list<ZefModelForRep3D>& models) {
+  std::unordered_set<const ZefModelForRep3D*> elements;
+  for (int i = 0; i < models.Size(); ++i) elements.insert(models[i]);
+  return elements;
 }
 
 // The answer is not needed; asking has the traces and the checks of an assignment query.
@@ -118,12 +125,14 @@ HRESULT TuvBIWServices::ActivateListWeldVisualization(ZefListValZefBaseUnknown_v
                          "TuvBIWServices::ActivateListWeldVisualization <-- OUT");
   ZefISO* const shown = iWelds ? InteractiveSet() : nullptr;
   if (!shown) return E_FAIL;
+  // The new models differ from each other, so only what is there already can be met again.
+  const auto held = ElementsOf(ioModels);
   HRESULT result = E_FAIL;
   for (const auto& weld : Each<ZefBaseUnknown>(*iWelds)) {
     Handle<ZefModelForRep3D> model = MakeLabel(weld);
     if (!model) continue;
     shown->AddElement(model);
-    if (ioModels.Locate(model) < 0) ioModels.Append(model.Detach());
+    if (!held.contains(model)) ioModels.Append(model.Detach());
     result = S_OK;
   }
   return result;

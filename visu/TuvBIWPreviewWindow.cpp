@@ -75,6 +75,12 @@ void DetachPath(const ZefIVisu_var& item, const View& view, const _GUID& interfa
   }
 }
 
+// Items mostly go in the order in which they came, so the first is tried before all are looked
+// through.
+int PositionOf(const ZefISPPItem_var& item, const ZefListValZefBaseUnknown_var& items) {
+  return items[1] == item ? 1 : items.Locate(item, 1);
+}
+
 // White stands for no colour of its own.
 void ForceAssemblyColour(const ZefBaseUnknown_var& item, Zef3DRep& rep) {
   const ZefIAsmGraphicProperties_var properties = item;
@@ -193,7 +199,7 @@ void TuvBIWPreviewWindow::VisuWithReframeOnItems(const ZefListValZefBaseUnknown_
 void TuvBIWPreviewWindow::RemoveItems(ZefListValZefBaseUnknown_var iItems, _GUID iInterfaceId) {
   const View view(*this);
   for (const auto& item : Each<ZefISPPItem>(iItems)) {
-    const int position = items_.Locate(item, 1);
+    const int position = PositionOf(item, items_);
     if (position == 0) continue;
     items_.RemovePosition(position);
     if (ownScene_) {
