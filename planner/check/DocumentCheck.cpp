@@ -1,7 +1,7 @@
 #include "planner/check/DocumentCheck.h"
 
 #include <algorithm>
-#include <map>
+#include <array>
 #include <unordered_map>
 #include <utility>
 
@@ -183,12 +183,15 @@ class DocumentCheck {
 }  // namespace
 
 std::vector<Finding> CheckDocument(embedded::Document& iDocument, const CheckOptions& iOptions) {
+  static constexpr std::array kKinds{"unassigned", "several activities", "part not loaded",
+                                     "too early",  "unknown part",       "sheets",
+                                     "too close",  "same place",         "assembly"};
   std::vector<Finding> findings = DocumentCheck(iDocument, iOptions).Run();
-  std::map<std::string, int> order;
-  for (const Finding& finding : findings) order.emplace(finding.kind, order.size());
-  std::stable_sort(findings.begin(), findings.end(), [&](const Finding& a, const Finding& b) {
-    return order.at(a.kind) < order.at(b.kind);
-  });
+  const auto rank = [](const Finding& finding) {
+    return std::find(kKinds.begin(), kKinds.end(), finding.kind);
+  };
+  std::stable_sort(findings.begin(), findings.end(),
+                   [&](const Finding& a, const Finding& b) { return rank(a) < rank(b); });
   return findings;
 }
 

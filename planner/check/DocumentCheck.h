@@ -9,8 +9,8 @@ namespace biwplan {
 
 // Something a planner should look at.
 struct Finding {
-  // "unassigned", "several activities", "part not loaded", "too early", "unknown part",
-  // "too close", "same place", "sheets", "assembly".
+  // "unassigned", "several activities", "part not loaded", "too early", "unknown part", "sheets",
+  // "too close", "same place", "assembly".
   std::string kind;
   // Keys; empty where the finding is not about one.
   std::string weld;
@@ -25,8 +25,8 @@ struct CheckOptions {
   double pitch = 20.0;
 };
 
-// By kind, within a kind in the document's order. The cost grows like n log n with the welds; parts
-// are looked up once for each activity that has welds.
+// By kind in that order, within a kind in the document's order. The cost grows like n log n with
+// the welds; parts are looked up once for each activity that has welds.
 std::vector<Finding> CheckDocument(embedded::Document& iDocument, const CheckOptions& iOptions);
 
 }  // namespace biwplan
