@@ -78,10 +78,15 @@ Document::Document(Kind iKind, const std::string& iRootKey)
 
 Document::~Document() {
   membership_->document = nullptr;
-  for (const Owned<ControlFlow>& flow : flows_) flow->Disconnect();
+  // Whole lists at once: taking out link by link would take long where there are many of one item.
   for (const Owned<Activity>& activity : activities_) {
     activity->parent_ = nullptr;
     activity->children_.clear();
+    activity->flowsIn_.clear();
+    activity->flowsOut_.clear();
+    activity->links_.ForEach([](ItemLink& link) {
+      if (link.Target()) link.Target()->DropEndedLinks();
+    });
     activity->links_.Clear();
   }
   for (const Owned<Product>& product : products_) {
@@ -89,7 +94,10 @@ Document::~Document() {
     product->reference_ = nullptr;
     product->children_.clear();
   }
-  for (const Owned<MfgAssembly>& assembly : assemblies_) assembly->DropChildren();
+  for (const Owned<MfgAssembly>& assembly : assemblies_) {
+    assembly->DropChildren();
+    assembly->DropEndedProducers();
+  }
 }
 
 ZefMetaClass* Document::GetMetaObject() const { return MetaObjectOf(kind_); }
@@ -195,10 +203,13 @@ Product& Document::AddProduct(Product& iParent, const ProductData& iData, Produc
     throw InputError("Product \"" + iParent.Key() + "\" is an instance; add \"" + iData.key +
                      "\" to its reference \"" + iParent.Reference()->Key() + "\".");
   }
-  for (const Product* above = &iParent; iReference && above; above = above->Parent()) {
-    if (above != iReference) continue;
+  if (iReference && iReference->LeadsTo(iParent)) {
     throw InputError("Product \"" + iReference->Key() + "\" cannot stand below itself.");
   }
+  return PlaceProduct(iParent, iData, iReference);
+}
+
+Product& Document::PlaceProduct(Product& iParent, const ProductData& iData, Product* iReference) {
   products_.push_back(MakeOwned<Product>(iData, iReference, membership_));
   Product& product = *products_.back();
   product.parent_ = &iParent;

@@ -65,6 +65,8 @@ class Document : public ComponentObject<ZefDocument, ZefInit, ZefIIPDAdapter, Ze
   const std::vector<Product*>& ProductRoots() const { return productRoots_; }
   void SetProductRoots(std::vector<Product*> iRoots) { productRoots_ = std::move(iRoots); }
   Product& AddProduct(Product& iParent, const ProductData& iData, Product* iReference = nullptr);
+  // The same without any test, for who tests many products at once.
+  Product& PlaceProduct(Product& iParent, const ProductData& iData, Product* iReference);
   const std::vector<Owned<Product>>& Products() const { return products_; }
   Product* FindProduct(const std::string& iKey) const;
 

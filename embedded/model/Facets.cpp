@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "embedded/model/Activity.h"
 #include "embedded/model/Document.h"
 #include "embedded/model/ItemLink.h"
 #include "embedded/model/ObjectClass.h"
@@ -52,6 +53,10 @@ ZefDocument* Linkable::GetDocument() { return FaultPoint::Strikes() ? nullptr : 
 void Linkable::DropLink(ItemLink* iLink) {
   const auto found = std::find(links_.begin(), links_.end(), iLink);
   if (found != links_.end()) links_.erase(found);
+}
+
+void Linkable::DropEndedLinks() {
+  std::erase_if(links_, [](const ItemLink* link) { return !link->OwnActivity()->OwnDocument(); });
 }
 
 }  // namespace embedded

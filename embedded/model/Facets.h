@@ -40,6 +40,8 @@ class Linkable : public ZefILinkableObject {
   const std::vector<ItemLink*>& Links() const { return links_; }
   void AddLink(ItemLink* iLink) { links_.push_back(iLink); }
   void DropLink(ItemLink* iLink);
+  // Those of activities whose document ended.
+  void DropEndedLinks();
   void Join(MembershipPointer iMembership) { membership_ = std::move(iMembership); }
   // Null once the document ended.
   Document* OwnDocument() const { return membership_ ? membership_->document : nullptr; }

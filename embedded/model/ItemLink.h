@@ -29,7 +29,7 @@ class ItemLink : public ComponentObject<ZefISPPActivitySpecification, ZefISpecOb
   const ZefBaseUnknown_var& Item() const { return item_; }
   Activity* OwnActivity() const { return activity_; }
   // The item's list of links; null for an object of another host and once the link ended.
-  const Linkable* Target() const { return target_; }
+  Linkable* Target() const { return target_; }
   int GetSelector() const { return selector_; }
 
   // What the link was made with besides.

@@ -4,7 +4,9 @@
 #include <unordered_set>
 #include <utility>
 
+#include "embedded/model/Activity.h"
 #include "embedded/model/ObjectClass.h"
+#include "embedded/model/ProductOutput.h"
 #include "embedded/model/ProductWalk.h"
 
 namespace embedded {
@@ -61,6 +63,11 @@ bool MfgAssembly::Contains(const MfgAssembly& iSearched) const {
     }
   }
   return false;
+}
+
+void MfgAssembly::DropEndedProducers() {
+  std::erase_if(producers_,
+                [](const ProductOutput* output) { return !output->OwnActivity()->OwnDocument(); });
 }
 
 HRESULT MfgAssembly::GetReferenceProduct(ZefIProduct_var& oReference) {

@@ -46,6 +46,8 @@ class MfgAssembly final
   const std::vector<ProductOutput*>& ProducedBy() const { return producers_; }
   void AddProducer(ProductOutput* iOutput) { producers_.push_back(iOutput); }
   void DropProducer(ProductOutput* iOutput) { std::erase(producers_, iOutput); }
+  // Those of activities whose document ended.
+  void DropEndedProducers();
 
  private:
   bool Contains(const MfgAssembly& iSearched) const;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <memory>
+#include <unordered_set>
 #include <utility>
 
 #include "embedded/model/ObjectClass.h"
@@ -20,6 +21,20 @@ ZefMetaClass* Product::GetMetaObject() const { return ObjectClass<Product>("Prod
 
 const std::vector<Product*>& Product::Below() const {
   return reference_ ? reference_->children_ : children_;
+}
+
+bool Product::LeadsTo(const Product& iOther) const {
+  std::vector<const Product*> open{this};
+  std::unordered_set<const Product*> seen;
+  while (!open.empty()) {
+    const Product* const product = open.back();
+    open.pop_back();
+    if (product == &iOther) return true;
+    if (!seen.insert(product).second) continue;
+    if (product->reference_) open.push_back(product->reference_);
+    open.insert(open.end(), product->children_.begin(), product->children_.end());
+  }
+  return false;
 }
 
 HRESULT Product::GetReferenceProduct(ZefIProduct_var& oReference) {

@@ -49,6 +49,9 @@ class Product final : public DisplayedObject<ZefIProduct, ZefINavigateObject, Ze
   const std::vector<Product*>& Children() const { return children_; }
   // The children that it shows: those of the reference for an instance.
   const std::vector<Product*>& Below() const;
+  // Whether the other product is this one or stands below it, in its own place or in that of the
+  // reference of an instance.
+  bool LeadsTo(const Product& iOther) const;
 
  private:
   friend class Document;

@@ -64,7 +64,7 @@ std::optional<JsonValue> ReadProduct(Document& document, const JsonValue& value)
   }
   const auto reference = object.Find("reference");
   Product* const source = reference ? &StandingAbove(document, *reference) : nullptr;
-  Product& product = document.AddProduct(parent, ReadData(object, std::move(key)), source);
+  Product& product = document.PlaceProduct(parent, ReadData(object, std::move(key)), source);
   ReadLook(object, product.Display());
   object.RequireNothingElse();
   return reference;
