@@ -32,7 +32,7 @@ bool AreAll(const Numbers& numbers, double value) {
 }
 
 [[noreturn]] void FailForeign(const char* role) {
-  throw InputError(std::string("stands a ") + role + " that is no object of this document");
+  throw InputError(std::string("the ") + role + " is no object of this document; remove it first");
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ void DocumentWriter::WriteList(std::string_view key, const List& list, const Fun
     }
   } catch (const InputError& error) {
     throw InputError("The document cannot be saved: at /" + std::string(key) + "/" +
-                     std::to_string(number) + " " + error.what() + ".");
+                     std::to_string(number) + ", " + error.what());
   }
   json_.EndArray();
 }
@@ -183,7 +183,7 @@ void DocumentWriter::Write(const MfgAssembly& assembly) {
     json_.BeginArray();
     for (int i = 1; i <= assembly.OwnChildren().Size(); ++i) {
       json_.BeginObject();
-      WriteReference(assembly.OwnChildren()[i].Get(), "child of an assembly");
+      WriteReference(assembly.OwnChildren()[i].Get(), "child");
       json_.EndObject();
     }
     json_.EndArray();

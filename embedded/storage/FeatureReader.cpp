@@ -2,6 +2,7 @@
 #include <utility>
 #include <vector>
 
+#include "embedded/Error.h"
 #include "embedded/storage/DocumentReader.h"
 #include "embedded/storage/Fields.h"
 
@@ -15,10 +16,12 @@ class FeatureReader {
   void Read(const JsonValue& value);
 
  private:
-  void ReadSpotWeld(JsonObject& object, std::string key);
-  void ReadCurve(JsonObject& object, std::string key);
-  void ReadPoint(JsonObject& object, std::string key, bool isClamp);
-  void ReadFastening(JsonObject& object, std::string key, FastenerData& data) const;
+  void ReadSpotWeld(JsonObject& object, const JsonValue& key);
+  void ReadCurve(JsonObject& object, const JsonValue& key);
+  void ReadPoint(JsonObject& object, const JsonValue& key, bool isClamp);
+  void ReadFastening(JsonObject& object, const JsonValue& key, FastenerData& data) const;
+  template <class Feature, class Data>
+  Feature& Add(Feature& (Document::*add)(const Data&), const Data& data, const JsonValue& key);
 
   Document& document_;
   NamedObjects names_;
@@ -33,8 +36,9 @@ void ReadStatus(JsonObject& object, FastenerFacet& fastener) {
   }
 }
 
-void FeatureReader::ReadFastening(JsonObject& object, std::string key, FastenerData& data) const {
-  data.key = std::move(key);
+void FeatureReader::ReadFastening(JsonObject& object, const JsonValue& key,
+                                  FastenerData& data) const {
+  data.key = ReadText(key);
   data.type = ReadOptionalText(object, "type");
   for (const JsonValue part : object.Get("parts").Elements()) {
     data.parts.push_back(&names_.ProductAt(part));
@@ -44,47 +48,58 @@ void FeatureReader::ReadFastening(JsonObject& object, std::string key, FastenerD
   for (const JsonValue part : missing->Elements()) data.missingParts.push_back(ReadText(part));
 }
 
-void FeatureReader::ReadSpotWeld(JsonObject& object, std::string key) {
+void FeatureReader::ReadSpotWeld(JsonObject& object, const JsonValue& key) {
   SpotWeldData data;
-  ReadFastening(object, std::move(key), data);
+  ReadFastening(object, key, data);
   ReadNumbers(object.Get("position"), data.position, kMeasures);
   data.diameter = object.Get("diameter").Number(kAmounts);
-  SpotWeld& weld = document_.AddSpotWeld(data);
+  SpotWeld& weld = Add(&Document::AddSpotWeld, data, key);
   ReadStatus(object, weld);
   ReadLook(object, weld.Display());
 }
 
-void FeatureReader::ReadCurve(JsonObject& object, std::string key) {
+void FeatureReader::ReadCurve(JsonObject& object, const JsonValue& key) {
   CurveFastenerData data;
-  ReadFastening(object, std::move(key), data);
+  ReadFastening(object, key, data);
   for (const JsonValue point : object.Get("points").Elements()) {
     ReadNumbers(point, data.points.emplace_back(), kMeasures);
   }
-  CurveFastener& curve = document_.AddCurveFastener(data);
+  CurveFastener& curve = Add(&Document::AddCurveFastener, data, key);
   ReadStatus(object, curve);
   ReadLook(object, curve.Display());
 }
 
-void FeatureReader::ReadPoint(JsonObject& object, std::string key, bool isClamp) {
-  PointFeatureData data{.key = std::move(key), .isClamp = isClamp};
+void FeatureReader::ReadPoint(JsonObject& object, const JsonValue& key, bool isClamp) {
+  PointFeatureData data{.key = ReadText(key), .isClamp = isClamp};
   ReadNumbers(object.Get("position"), data.position, kMeasures);
-  ReadLook(object, document_.AddPointFeature(data).Display());
+  ReadLook(object, Add(&Document::AddPointFeature, data, key).Display());
+}
+
+// Asking for the key before would cost a look-up for each feature of a large document.
+template <class Feature, class Data>
+Feature& FeatureReader::Add(Feature& (Document::*add)(const Data&), const Data& data,
+                            const JsonValue& key) {
+  try {
+    return (document_.*add)(data);
+  } catch (const InputError&) {
+    RequireNewKey(key, document_.FindFeature(data.key) != nullptr);
+    throw;
+  }
 }
 
 void FeatureReader::Read(const JsonValue& value) {
   JsonObject object(value);
   const FeatureKind kind = ReadWord(object.Get("kind"), kFeatureKinds);
-  std::string key =
-      ReadNewKey(object, [&](const std::string& name) { return document_.FindFeature(name); });
+  const JsonValue key = object.Get("key");
   switch (kind) {
     case FeatureKind::SpotWeld:
-      ReadSpotWeld(object, std::move(key));
+      ReadSpotWeld(object, key);
       break;
     case FeatureKind::CurveFastener:
-      ReadCurve(object, std::move(key));
+      ReadCurve(object, key);
       break;
     default:
-      ReadPoint(object, std::move(key), kind == FeatureKind::ClampingPoint);
+      ReadPoint(object, key, kind == FeatureKind::ClampingPoint);
   }
   object.RequireNothingElse();
 }

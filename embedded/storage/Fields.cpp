@@ -19,6 +19,11 @@ std::string ReadOptionalText(JsonObject& ioObject, std::string_view iKey) {
   return value ? ReadText(*value) : std::string();
 }
 
+void RequireNewKey(const JsonValue& iKey, bool iIsTaken) {
+  if (iKey.Text().empty()) iKey.Fail("the key is empty; it must name the object");
+  if (iIsTaken) iKey.Fail("there is already a " + Quoted(iKey.Text()) + "; keys must differ");
+}
+
 void ReadNumbers(const JsonValue& iValue, std::span<double> oNumbers, const NumberRange& iRange) {
   const JsonValue::Range elements = iValue.Elements();
   if (static_cast<std::size_t>(std::distance(elements.begin(), elements.end())) !=

@@ -23,13 +23,14 @@ void ReadOptionalNumber(JsonObject& ioObject, std::string_view iKey, const Numbe
                         double& oNumber);
 void ReadLook(JsonObject& ioObject, Look& ioLook);
 
+// Fails for the empty key, and for another one that is taken.
+void RequireNewKey(const JsonValue& iKey, bool iIsTaken);
 // The key of a new object; `iFind` gives whatever has a key already.
 template <class Find>
 std::string ReadNewKey(JsonObject& ioObject, const Find& iFind) {
   const JsonValue value = ioObject.Get("key");
   std::string key = ReadText(value);
-  if (key.empty()) value.Fail("the key is empty; it must name the object");
-  if (iFind(key)) value.Fail("there is already a " + Quoted(key) + "; keys must differ");
+  RequireNewKey(value, iFind(key));
   return key;
 }
 

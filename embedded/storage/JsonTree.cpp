@@ -61,7 +61,7 @@ class JsonTree::Builder {
   bool key(const std::string& key);
   bool end_object();
   bool end_array() { return Close(); }
-  bool parse_error(std::size_t position, const std::string& token, const Json::exception& error);
+  bool parse_error(std::size_t position, const std::string&, const Json::exception& error);
 
  private:
   Node NewNode(Type type, double number) const;
@@ -174,19 +174,19 @@ void JsonTree::Builder::FailHere(const std::string& what) {
   FailAt(isValueMissing ? tree_.nodes_.size() - 1 : open_.empty() ? 0 : open_.back(), what);
 }
 
-bool JsonTree::Builder::parse_error(std::size_t position, const std::string& token,
+bool JsonTree::Builder::parse_error(std::size_t position, const std::string&,
                                     const Json::exception& error) {
-  if (!IsUtf8(text_)) {
-    FailHere("the text is not UTF-8 (" + Place(position) + "); save the file as UTF-8");
+  const std::string place = Place(position);
+  if (position > text_.size()) {
+    FailHere("the text breaks off at " + place + "; restore the whole file");
   }
   if (error.id == kNumberTooLarge) {
-    FailHere("the number at " + Place(position) + " is too large; numbers go up to 1e308");
+    FailHere("the number at " + place + " is too large; numbers go up to 1e308");
   }
-  if (position > text_.size()) {
-    FailHere("the text breaks off at " + Place(position) + "; restore the whole file");
+  if (!IsUtf8(text_.substr(0, position)) && !IsUtf8(text_)) {
+    FailHere("the text is not UTF-8 at " + place + "; save the file as UTF-8");
   }
-  FailHere("the text is not JSON at " + Place(position) + ", near " + Quoted(token) +
-           "; correct it there");
+  FailHere("the text is not JSON at " + place + "; correct it there");
 }
 
 JsonTree::JsonTree(std::string_view iText, std::string iName) : name_(std::move(iName)) {

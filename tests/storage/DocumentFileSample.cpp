@@ -1,8 +1,5 @@
 #include "tests/storage/DocumentFileSample.h"
 
-#include <span>
-#include <sstream>
-
 #include "tests/support/Plant.h"
 
 namespace tests {
@@ -10,107 +7,6 @@ namespace tests {
 using namespace embedded;
 
 namespace {
-
-std::string NameOf(const Product* product) { return product ? product->Key() : "-"; }
-
-std::string NameOf(const ZefBaseUnknown* object) {
-  if (const auto* const named = ObjectAs<Aliased>(object)) return named->Key();
-  const auto* const output = ObjectAs<ProductOutput>(object);
-  if (!output) return object ? "?" : "-";
-  const auto& outputs = output->OwnActivity()->Outputs();
-  int number = 1;
-  while (outputs[static_cast<std::size_t>(number - 1)].Get() != output) ++number;
-  return output->OwnActivity()->Key() + "#" + std::to_string(number);
-}
-
-class Description {
- public:
-  Description() { text_.precision(17); }
-  template <class... Facts>
-  void Line(const Facts&... facts) {
-    (Put(facts), ...);
-    text_ << "\n";
-  }
-  std::string Text() const { return text_.str(); }
-
- private:
-  void Put(const Look& look) {
-    Put(look.ShowAttribute());
-    Put(look.IsRepresented());
-    Put(look.Colour());
-  }
-  void Put(const ZefListValZefBaseUnknown_var& list) {
-    for (int i = 1; i <= list.Size(); ++i) Put(NameOf(list[i].Get()));
-  }
-  template <class Fact>
-  void Put(const Fact& fact) {
-    if constexpr (requires { fact.begin(); } && !std::is_convertible_v<Fact, std::string>) {
-      text_ << " (";
-      for (const auto& part : fact) Put(part);
-      text_ << " )";
-    } else {
-      text_ << " " << fact;
-    }
-  }
-
-  std::ostringstream text_;
-};
-
-void Add(Description& to, const Activity& activity) {
-  const ActivityData& data = activity.Data();
-  to.Line("activity", data.key, data.label, static_cast<int>(data.kind),
-          static_cast<int>(data.role), static_cast<int>(data.task), data.fixedSeconds,
-          data.secondsPerWeld, data.speedMmPerSecond, activity.CycleTime());
-  for (const Activity* const child : activity.Children()) to.Line("  child", child->Key());
-  for (const auto* const flow : activity.FlowsIn()) to.Line("  from", flow->From().Key());
-  for (const auto* const flow : activity.FlowsOut()) to.Line("  to", flow->To().Key());
-  for (const auto& output : activity.Outputs())
-    to.Line("  output", NameOf(output->OwnProduct().Get()));
-  activity.Links().ForEach([&](const ItemLink& link) {
-    to.Line("  item", NameOf(link.Item().Get()), link.GetSelector(),
-            NameOf(link.details.source.Get()), link.details.name, link.details.fixed);
-  });
-}
-
-void Add(Description& to, const Product& product) {
-  const ProductData& data = product.Data();
-  to.Line("product", data.key, data.partNumber, data.name, std::span(data.colour),
-          std::span(data.position), std::span(data.boxMin), std::span(data.boxMax), data.geometry,
-          NameOf(product.Reference()), product.Display());
-  for (const Product* const child : product.Children()) to.Line("  child", child->Key());
-}
-
-void Add(Description& to, const MfgAssembly& assembly) {
-  to.Line("assembly", assembly.Key(), assembly.OwnName(), assembly.OwnChildren(),
-          assembly.Display());
-  for (const auto* const output : assembly.ProducedBy())
-    to.Line("  from", NameOf(output->Identity()));
-}
-
-void Add(Description& to, const FastenerFacet& fastener, const Look& look) {
-  to.Line("  fastener", fastener.Fastening().type, fastener.OwnParts(),
-          fastener.Fastening().missingParts, fastener.IsRepresented(), fastener.DisplayStatus(),
-          look);
-}
-
-void Add(Description& to, const ZefBaseUnknown* feature) {
-  to.Line("feature", NameOf(feature), feature->IsA());
-  if (const auto* const weld = ObjectAs<SpotWeld>(feature)) {
-    to.Line(weld->Position(), weld->Diameter());
-    Add(to, *weld, weld->Display());
-  } else if (const auto* const curve = ObjectAs<CurveFastener>(feature)) {
-    to.Line(curve->Points());
-    Add(to, *curve, curve->Display());
-  } else if (const auto* const point = ObjectAs<PointFeature>(feature)) {
-    to.Line(point->Data().position, point->Data().isClamp, point->Display());
-  }
-}
-
-void AddPointers(Description& to, const ZefBaseUnknown* object) {
-  for (const ItemLink* const link : ObjectAs<Linkable>(object)->Links()) {
-    to.Line("linked", NameOf(object), link->OwnActivity()->Key(), link->GetSelector());
-  }
-}
 
 void AddOutput(Activity& activity, const ZefBaseUnknown_var& product) {
   ZefISPPProductIO* added = nullptr;
@@ -214,25 +110,6 @@ Owned<Document> RichDocument() {
   AddAssemblies(*plant.Document());
   AddLinks(*plant.Document());
   return plant.Document();
-}
-
-std::string Describe(const Document& document) {
-  Description to;
-  to.Line("document", document.Identity()->IsA());
-  for (const Product* const root : document.ProductRoots()) to.Line("root", root->Key());
-  for (const auto& activity : document.Activities()) Add(to, *activity);
-  for (const auto& flow : document.Flows()) to.Line("flow", flow->From().Key(), flow->To().Key());
-  for (const auto& product : document.Products()) Add(to, *product);
-  for (const auto& assembly : document.Assemblies()) Add(to, *assembly);
-  for (const auto& feature : document.Features()) Add(to, feature.Get());
-  const auto addPointers = [&](const auto& objects) {
-    for (const auto& object : objects) AddPointers(to, object->Identity());
-  };
-  addPointers(document.Activities());
-  addPointers(document.Products());
-  addPointers(document.Assemblies());
-  for (const auto& feature : document.Features()) AddPointers(to, feature.Get());
-  return to.Text();
 }
 
 }  // namespace tests
