@@ -45,8 +45,8 @@ class ComponentObject : public Primary, public Others..., public SelectiveObject
     AddRef();
     return static_cast<ZefBaseUnknown*>(At(position));
   }
-  unsigned int AddRef() override { return Identity()->ZefBaseUnknown::AddRef(); }
-  unsigned int Release() override { return Identity()->ZefBaseUnknown::Release(); }
+  unsigned int AddRef() override { return Identity()->CountUp(); }
+  unsigned int Release() override { return Identity()->CountDown(); }
   ZefBaseUnknown* GetImpl(int) const override { return const_cast<ZefBaseUnknown*>(Identity()); }
   void SetImpl(ZefBaseUnknown*) override {}
 

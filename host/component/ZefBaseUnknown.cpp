@@ -7,7 +7,6 @@
 #include "host/component/Callbacks.h"
 #include "host/component/Dictionary.h"
 #include "host/component/Extensions.h"
-#include "host/component/InteractiveThread.h"
 #include "host/component/LiveObjects.h"
 
 constinit const _GUID IID_IUnknown = NameIdentifier("IUnknown");
@@ -36,12 +35,10 @@ ZefBaseUnknown* IdentityOf(const ZefBaseUnknown* iObject) {
   return implementation ? implementation : const_cast<ZefBaseUnknown*>(iObject);
 }
 
-#ifndef NDEBUG
-void AssertInteractiveThread() {
-  static const std::thread::id interactive = std::this_thread::get_id();
+void CheckInteractiveThread() {
+  [[maybe_unused]] static const std::thread::id interactive = std::this_thread::get_id();
   assert(std::this_thread::get_id() == interactive && "objects belong to one thread");
 }
-#endif
 
 ZefBaseUnknown::~ZefBaseUnknown() {
   if (Has(ObjectRecord::HasExtensions)) DestroyExtensions(this);
@@ -67,16 +64,13 @@ HRESULT ZefBaseUnknown::QueryInterface(const _GUID& iIID, void** oPtr) {
   return S_OK;
 }
 
-unsigned int ZefBaseUnknown::AddRef() {
-  AssertInteractiveThread();
-  if (Has(ObjectRecord::ExtendsAnother)) return ExtendedObject(this)->AddRef();
-  return ++references_;
-}
+unsigned int ZefBaseUnknown::AddRef() { return CountUp(); }
+unsigned int ZefBaseUnknown::Release() { return CountDown(); }
 
-unsigned int ZefBaseUnknown::Release() {
-  AssertInteractiveThread();
-  if (Has(ObjectRecord::ExtendsAnother)) return ExtendedObject(this)->Release();
-  if (--references_ > 0) return references_;
+unsigned int ZefBaseUnknown::CountUpExtended() { return ExtendedObject(this)->AddRef(); }
+unsigned int ZefBaseUnknown::CountDownExtended() { return ExtendedObject(this)->Release(); }
+
+unsigned int ZefBaseUnknown::EndObject() {
   references_ = kDying;
   if (Has(ObjectRecord::HasExtensions)) DestroyExtensions(this);
   delete this;

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "host/component/IUnknown.h"
+#include "host/component/InteractiveThread.h"
 
 class ZefMetaClass;
 
@@ -76,11 +77,24 @@ class ZefBaseUnknown : public IUnknown {
   // Current count of the object, whichever of its interfaces is asked; for audits.
   unsigned int ReferenceCount() const;
 
-  // For the platform's own book-keeping.
+  // For the platform's own book-keeping: counting without the virtual call, and what is noted.
+  unsigned int CountUp() {
+    AssertInteractiveThread();
+    return Has(ObjectRecord::ExtendsAnother) ? CountUpExtended() : ++references_;
+  }
+  unsigned int CountDown() {
+    AssertInteractiveThread();
+    if (Has(ObjectRecord::ExtendsAnother)) return CountDownExtended();
+    return --references_ > 0 ? references_ : EndObject();
+  }
   bool Has(ObjectRecord iRecord) const { return records_ & static_cast<unsigned char>(iRecord); }
   void Note(ObjectRecord iRecord, bool iPresent);
 
  private:
+  unsigned int CountUpExtended();
+  unsigned int CountDownExtended();
+  unsigned int EndObject();
+
   unsigned int references_ = 1;
   unsigned char records_ = 0;
 };

@@ -28,12 +28,14 @@ void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iL
 }
 
 int ZefListValZefBaseUnknown_var::Locate(const ZefBaseUnknown_var& iElement, int iStart) const {
-  const ZefBaseUnknown* const identity = IdentityOf(iElement.Get());
-  if (Size() <= kSmall) return Scan(identity, iStart);
+  if (Size() <= kSmall) return Scan(IdentityOf(iElement.Get()), iStart);
   if (!indexed_) BuildIndex();
-  const auto found = index_.find(identity);
+  // A handle mostly holds the identity: then the object, which may be far in memory, is not
+  // touched.
+  auto found = index_.find(iElement.Get());
+  if (found == index_.end()) found = index_.find(IdentityOf(iElement.Get()));
   if (found == index_.end()) return 0;
-  return found->second >= iStart ? found->second : Scan(identity, iStart);
+  return found->second >= iStart ? found->second : Scan(found->first, iStart);
 }
 
 void ZefListValZefBaseUnknown_var::RemoveValue(const ZefBaseUnknown_var& iElement) {
