@@ -5,6 +5,7 @@
 #include "embedded/Error.h"
 #include "embedded/loading/LibraryLoader.h"
 #include "tests/loading/MappedFiles.h"
+#include "tests/support/ScratchFolder.h"
 
 namespace {
 
@@ -13,15 +14,7 @@ namespace fs = std::filesystem;
 
 class LibraryFileTest : public testing::Test {
  protected:
-  LibraryFileTest() { fs::create_directories(folder); }
-  ~LibraryFileTest() override { fs::remove_all(folder); }
-
-  fs::path Write(const char* name, const std::string& bytes) const {
-    std::ofstream(folder / name, std::ios::binary) << bytes;
-    return folder / name;
-  }
-
-  fs::path folder = fs::path(testing::TempDir()) / "tuv_library_files";
+  tests::ScratchFolder folder;
 };
 
 // What the user is told; empty when the library was loaded and unloaded.
@@ -39,11 +32,12 @@ TEST_F(LibraryFileTest, WhatIsNoLibraryIsRefusedInOneSentence) {
     fs::path file;
     const char* reason;
   } cases[] = {
-      {folder / "missing.so", "it must be a readable file."},
-      {folder, "it must be a readable file."},
+      {folder.Path() / "missing.so", "it must be a readable file."},
+      {folder.Path(), "it must be a readable file."},
       {"/dev/zero", "it must be a readable file."},
-      {Write("empty.so", ""), "it must be a shared library for this machine."},
-      {Write("text.so", std::string(5000, 'x')), "it must be a shared library for this machine."},
+      {folder.Write("empty.so", ""), "it must be a shared library for this machine."},
+      {folder.Write("text.so", std::string(5000, 'x')),
+       "it must be a shared library for this machine."},
       {"/proc/self/exe", "; it must be built for this application."},
       {TUV_PLUGINS "/libunresolved.so",
        "undefined symbol: _Z23MissingFromEveryLibraryv; it must be built for this application."},
@@ -64,10 +58,10 @@ TEST_F(LibraryFileTest, ALibraryThatIsCutShortNeverEndsTheProcess) {
   const std::string bytes{std::istreambuf_iterator<char>(whole), {}};
   int refused = 0;
   for (std::size_t size = 0; size < bytes.size(); size += size < 100 ? 7 : bytes.size() / 12) {
-    refused += !Refusal(Write("cut.so", bytes.substr(0, size))).empty();
+    refused += !Refusal(folder.Write("cut.so", bytes.substr(0, size))).empty();
   }
   EXPECT_GE(refused, 15);
-  EXPECT_EQ(Refusal(Write("cut.so", bytes)), "");
+  EXPECT_EQ(Refusal(folder.Write("cut.so", bytes)), "");
 }
 
 }  // namespace

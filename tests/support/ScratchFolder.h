@@ -4,18 +4,20 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
 
 #include "embedded/Error.h"
 
 namespace tests {
 
-// A folder of files for the length of one test.
+// A folder of files for the length of one test, of one of the runs that may go on at a time.
 class ScratchFolder {
  public:
   ScratchFolder() {
     const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-    path_ = std::filesystem::path(testing::TempDir()) /
-            (std::string(test->test_suite_name()) + "." + test->name());
+    path_ =
+        std::filesystem::path(testing::TempDir()) / (std::string(test->test_suite_name()) + "." +
+                                                     test->name() + "." + std::to_string(getpid()));
     std::filesystem::create_directories(path_);
   }
   ~ScratchFolder() { std::filesystem::remove_all(path_); }
