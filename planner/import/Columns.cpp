@@ -42,13 +42,13 @@ class ColumnFinder {
     for (const std::string_view text : header) names_.push_back(HeaderName(text));
   }
 
-  std::optional<std::size_t> Take(const ColumnSpec& spec) {
-    for (const std::string_view name : spec.names) {
+  std::optional<std::size_t> Take(const ColumnSpec& wanted) {
+    for (const std::string_view name : wanted.names) {
       const auto found = std::find(names_.begin(), names_.end(), name);
       if (found == names_.end()) continue;
       const auto position = static_cast<std::size_t>(found - names_.begin());
       if (isUsed_[position]) continue;
-      RefuseSecond(spec, position);
+      RefuseSecond(wanted, position);
       isUsed_[position] = true;
       return position;
     }
@@ -64,12 +64,12 @@ class ColumnFinder {
   }
 
  private:
-  void RefuseSecond(const ColumnSpec& spec, std::size_t position) const {
+  void RefuseSecond(const ColumnSpec& wanted, std::size_t position) const {
     const auto second = std::find(names_.begin() + static_cast<std::ptrdiff_t>(position) + 1,
                                   names_.end(), names_[position]);
     if (second == names_.end()) return;
     throw embedded::InputError(place_ + ": two columns are headed " + Quoted(header_[position]) +
-                               "; give " + std::string(spec.field) + " in one column");
+                               "; give " + std::string(wanted.field) + " in one column");
   }
 
   const std::string& place_;
@@ -106,7 +106,7 @@ ColumnMap MapColumns(const std::string& iPlace, const std::vector<std::string_vi
   const auto last = std::find_if(iHeader.rbegin(), iHeader.rend(),
                                  [](std::string_view name) { return !name.empty(); });
   map.width = static_cast<std::size_t>(iHeader.rend() - last);
-  for (const ColumnSpec& spec : iSpecs) map.positions.push_back(finder.Take(spec));
+  for (const ColumnSpec& wanted : iSpecs) map.positions.push_back(finder.Take(wanted));
   RefuseMissing(iPlace, map, iSpecs);
   map.ignored = finder.Ignored();
   return map;
