@@ -3,6 +3,7 @@
 
 #include "embedded/dialog/CatalogStore.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SourceFiles.h"
 
 namespace {
 
@@ -105,7 +106,7 @@ TEST(ShippedCatalogsTest, HoldEveryMessageInBothLanguages) {
        "ErrorMessage.Title ErrorMessageForRecursion ErrorMessageProcessFlow "
        "ErrorMessageProductFlow MAIsChild MultipleActsInFlow MultipleProductOutput "
        "WarningMessage.Title WarningMessageInputRemoved "}};
-  const auto folder = std::filesystem::path(TUV_SOURCE_DIR) / "resources/catalogs";
+  const auto folder = std::filesystem::path(SourceFile("resources/catalogs"));
   for (const auto& [name, keys] : catalogs) {
     for (const char* const language : {".en.txt", ".de.txt"}) {
       std::string found;

@@ -2,6 +2,7 @@
 
 #include "tests/import/Lists.h"
 #include "tests/support/ReferenceAudit.h"
+#include "tests/support/SourceFiles.h"
 
 namespace {
 
@@ -85,7 +86,7 @@ TEST_F(DocumentBuilderTest, RefusesWithTheLineAndLeavesNothingBehind) {
 }
 
 TEST_F(DocumentBuilderTest, TheExampleIsADoor) {
-  const std::string folder = std::string(TUV_SOURCE_DIR) + "/examples/front-door/";
+  const std::string folder = SourceFile("examples/front-door/");
   std::ifstream partsFile = OpenList(folder + "parts.csv");
   std::ifstream weldsFile = OpenList(folder + "welds.csv");
   std::ifstream processFile = OpenList(folder + "process.csv");
@@ -110,7 +111,7 @@ TEST_F(DocumentBuilderTest, TheExampleIsADoor) {
 
 TEST_F(DocumentBuilderTest, AnyCutOfAListBuildsOrIsRefusedByName) {
   const auto textOf = [](const char* name) {
-    std::ifstream file = OpenList(std::string(TUV_SOURCE_DIR) + "/examples/front-door/" + name);
+    std::ifstream file = OpenList(SourceFile("examples/front-door/") + name);
     return std::string((std::istreambuf_iterator<char>(file)), {});
   };
   const std::string parts = textOf("parts.csv");

@@ -7,6 +7,7 @@
 #include "embedded/Error.h"
 #include "planner/import/DocumentBuilder.h"
 #include "planner/import/ListReader.h"
+#include "tests/support/SourceFiles.h"
 
 namespace tests {
 
@@ -14,9 +15,7 @@ namespace tests {
 inline constexpr char kParts[] =
     "number,name\nP1,Inner panel\nP2,Outer panel\nP3,Bracket\nP4,Bracket\nP5,Beam + tube\n";
 
-inline std::string DataFile(const std::string& name) {
-  return std::string(TUV_SOURCE_DIR) + "/tests/data/" + name;
-}
+inline std::string DataFile(const std::string& name) { return SourceFile("tests/data/" + name); }
 
 inline biwplan::PartsList Parts(const std::string& text, const std::string& order = {}) {
   std::istringstream stream(text);

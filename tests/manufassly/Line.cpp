@@ -1,5 +1,7 @@
 #include "tests/manufassly/Line.h"
 
+#include "tests/support/SourceFiles.h"
+
 namespace tests {
 
 using embedded::Activity;
@@ -7,7 +9,7 @@ using embedded::MfgAssembly;
 using embedded::ObjectAs;
 
 Line::Line(const Strings& stations) {
-  application.Catalogs().AddFolder(TUV_SOURCE_DIR "/resources/catalogs");
+  application.Catalogs().AddFolder(SourceFile("resources/catalogs"));
   for (const std::string& key : stations) plant.Station(key);
   update_ = At(stations.front()).Identity();
   EXPECT_EQ(update_->AddUpdateCallback(), S_OK);

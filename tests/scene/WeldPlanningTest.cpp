@@ -2,6 +2,7 @@
 
 #include "services/TuvBIWServices.h"
 #include "tests/scene/ApplicationAudit.h"
+#include "tests/support/SourceFiles.h"
 
 namespace {
 
@@ -12,7 +13,7 @@ class WeldPlanningTest : public tests::ApplicationAudit {
  protected:
   void SetUp() override {
     ApplicationAudit::SetUp();
-    application->Catalogs().AddFolder(std::filesystem::path(TUV_SOURCE_DIR) / "resources/catalogs");
+    application->Catalogs().AddFolder(tests::SourceFile("resources/catalogs"));
     op = plant->Operation("OP10").Identity();
     first = &plant->Weld("SW-1", {100, 200, 300});
     second = &plant->Weld("SW-2", {110, 200, 300});

@@ -10,6 +10,7 @@
 #include "tests/support/Plant.h"
 #include "tests/support/ReferenceAudit.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/SourceFiles.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
 }
 
 std::string BytesOf(const std::string& file) {
-  std::ifstream stream(TUV_SOURCE_DIR "/" + file, std::ios::binary);
+  std::ifstream stream(tests::SourceFile(file), std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
@@ -230,7 +231,8 @@ TEST_F(DocumentFileTest, FollowsItsSchema) {
   const std::string text = RichText();
   const auto matches = [&](const std::string& document) {
     const std::string file = scratch.Write("door.json", document).string();
-    const std::string schema = TUV_SOURCE_DIR "/resources/schema/biw-process-document.schema.json";
+    const std::string schema =
+        tests::SourceFile("resources/schema/biw-process-document.schema.json");
     const std::string command =
         "python3 -c 'import json, sys, jsonschema; jsonschema.validate("
         "*(json.load(open(name)) for name in sys.argv[1:]))' '" +
