@@ -1,7 +1,6 @@
 #include "planner/Resources.h"
 
 #include <cstdlib>
-#include <filesystem>
 
 #include "embedded/dialog/CatalogStore.h"
 
@@ -11,13 +10,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path FindBesideProgram() {
+fs::path GivenFolder() {
+  const char* const given = std::getenv("TUV_RESOURCES");
+  return given ? given : "";
+}
+
+fs::path FindBesideProgram(const fs::path& iName) {
   std::error_code error;
   const fs::path program = fs::read_symlink("/proc/self/exe", error);
   for (fs::path folder = program.parent_path(); folder.has_relative_path();
        folder = folder.parent_path()) {
-    for (const char* const place : {"share/TuvKelBIWUtils/catalogs", "resources/catalogs"}) {
-      if (fs::is_directory(folder / place, error)) return folder / place;
+    for (const char* const place : {"share/TuvKelBIWUtils", "resources"}) {
+      if (fs::exists(folder / place / iName, error)) return folder / place / iName;
     }
   }
   return {};
@@ -25,10 +29,17 @@ fs::path FindBesideProgram() {
 
 }  // namespace
 
+fs::path FindResource(const fs::path& iName) {
+  std::error_code error;
+  const fs::path given = GivenFolder();
+  if (!given.empty() && fs::exists(given / iName, error)) return given / iName;
+  return FindBesideProgram(iName);
+}
+
 void AddResources(embedded::CatalogStore& ioCatalogs) {
-  const char* const given = std::getenv("TUV_RESOURCES");
-  if (given && *given) ioCatalogs.AddFolder(fs::path(given) / "catalogs");
-  const fs::path found = FindBesideProgram();
+  const fs::path given = GivenFolder();
+  if (!given.empty()) ioCatalogs.AddFolder(given / "catalogs");
+  const fs::path found = FindBesideProgram("catalogs");
   if (!found.empty()) ioCatalogs.AddFolder(found);
 }
 
