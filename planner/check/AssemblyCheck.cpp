@@ -54,18 +54,6 @@ const Activity* StationOf(const Activity* activity) {
   return activity;
 }
 
-std::vector<const Activity*> Consumers(const MfgAssembly& assembly) {
-  std::vector<const Activity*> consumers;
-  for (const embedded::ItemLink* const link : assembly.Links()) {
-    const Activity* const activity = link->OwnActivity();
-    const bool isNew = std::find(consumers.begin(), consumers.end(), activity) == consumers.end();
-    if (link->GetSelector() == embedded::ItemLink::FirstAssigned && isNew) {
-      consumers.push_back(activity);
-    }
-  }
-  return consumers;
-}
-
 class StationCheck {
  public:
   StationCheck(const Activity& station, const MfgAssembly& assembly,
@@ -99,7 +87,7 @@ class StationCheck {
   void CompareConsumers() {
     const std::vector<const Activity*> next = NextStations(station_);
     bool isHandedOn = false;
-    for (const Activity* const consumer : Consumers(assembly_)) {
+    for (const Activity* const consumer : ConsumersOf(assembly_)) {
       if (std::find(next.begin(), next.end(), StationOf(consumer)) != next.end()) {
         isHandedOn = true;
       } else {
@@ -138,6 +126,18 @@ std::vector<const Activity*> NextStations(const Activity& iStation) {
     following = FollowingStations(*activity);
   }
   return following;
+}
+
+std::vector<const Activity*> ConsumersOf(const MfgAssembly& iAssembly) {
+  std::vector<const Activity*> consumers;
+  for (const embedded::ItemLink* const link : iAssembly.Links()) {
+    const Activity* const activity = link->OwnActivity();
+    const bool isNew = std::find(consumers.begin(), consumers.end(), activity) == consumers.end();
+    if (link->GetSelector() == embedded::ItemLink::FirstAssigned && isNew) {
+      consumers.push_back(activity);
+    }
+  }
+  return consumers;
 }
 
 std::vector<AssemblyFinding> CheckAssemblies(const embedded::Document& iDocument) {

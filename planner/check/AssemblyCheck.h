@@ -35,4 +35,7 @@ std::string Describe(const AssemblyFinding& iFinding);
 // nested in. With exactly one the assembly goes there.
 std::vector<const embedded::Activity*> NextStations(const embedded::Activity& iStation);
 
+// The activities that have the assembly as first assigned, each once.
+std::vector<const embedded::Activity*> ConsumersOf(const embedded::MfgAssembly& iAssembly);
+
 }  // namespace biwplan

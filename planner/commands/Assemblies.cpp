@@ -4,6 +4,7 @@
 #include "embedded/model/ItemLink.h"
 #include "host/values/Each.h"
 #include "planner/Session.h"
+#include "planner/check/AssemblyCheck.h"
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
@@ -26,15 +27,12 @@ Json MakersOf(const MfgAssembly& assembly) {
   return makers;
 }
 
-Json ConsumersOf(const MfgAssembly& assembly) {
-  std::vector<std::string> consumers;
-  for (const embedded::ItemLink* const link : assembly.Links()) {
-    if (link->GetSelector() != embedded::ItemLink::FirstAssigned) continue;
-    const std::string& key = link->OwnActivity()->Key();
-    const bool known = std::find(consumers.begin(), consumers.end(), key) != consumers.end();
-    if (!known) consumers.push_back(key);
+Json TakersOf(const MfgAssembly& assembly) {
+  Json takers = Json::array();
+  for (const embedded::Activity* const activity : ConsumersOf(assembly)) {
+    takers.push_back(activity->Key());
   }
-  return consumers;
+  return takers;
 }
 
 // The assemblies as a tree, those first that are in no other. One that is in several is unfolded
@@ -83,7 +81,7 @@ class Forest {
     if (assembly) {
       row["name"] = assembly->OwnName();
       row["madeBy"] = MakersOf(*assembly);
-      row["takenInBy"] = ConsumersOf(*assembly);
+      row["takenInBy"] = TakersOf(*assembly);
       if (!unfolds) row["above"] = true;
     } else if (const auto* const part = ObjectAs<embedded::Product>(node.object.Get())) {
       row["name"] = part->Data().name;

@@ -17,6 +17,7 @@ void AddNavigationCommands(CommandTable& ioTable);
 void AddPartsAtCommands(CommandTable& ioTable);
 void AddValidationCommands(CommandTable& ioTable);
 void AddCheckCommand(CommandTable& ioTable);
+void AddFlowCommand(CommandTable& ioTable);
 void AddViewCommands(CommandTable& ioTable);
 void AddExternalCommands(CommandTable& ioTable);
 void AddCycleTimeCommand(CommandTable& ioTable);

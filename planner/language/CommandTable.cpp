@@ -28,6 +28,7 @@ CommandTable MakeTable() {
   table.Begin("Process and assemblies");
   AddGestureCommands(table);
   AddAssemblyCommands(table);
+  AddFlowCommand(table);
   table.Begin("3D view");
   AddViewCommands(table);
   table.Begin("External process database");

@@ -1,0 +1,87 @@
+#include "planner/flow/Conflicts.h"
+
+#include <utility>
+
+#include "planner/check/AssemblyCheck.h"
+#include "planner/names/Names.h"
+#include "planner/report/Text.h"
+
+namespace biwplan {
+
+namespace {
+
+using embedded::Activity;
+using Kind = AssemblyFinding::Kind;
+
+constexpr std::size_t kMostNames = 3;
+
+// "P1, P2, P3 and 4 more".
+std::string Shortened(std::vector<std::string> names) {
+  const std::size_t rest = names.size() > kMostNames ? names.size() - kMostNames : 0;
+  names.resize(names.size() - rest);
+  return Listed(names) + (rest == 0 ? "" : " and " + std::to_string(rest) + " more");
+}
+
+std::string Shortened(const std::vector<const Activity*>& activities) {
+  std::vector<std::string> names;
+  for (const Activity* const activity : activities) names.push_back(activity->Key());
+  return Shortened(std::move(names));
+}
+
+FlowConflict ConflictOf(const AssemblyFinding& finding, std::vector<std::string> objects) {
+  const std::string names = Shortened(std::move(objects));
+  const std::string& assembly = finding.assembly->Key();
+  FlowConflict conflict{finding.station, ""};
+  const auto* const activity = embedded::ObjectAs<Activity>(finding.object.Get());
+  if (activity) conflict.towards = {activity};
+  switch (finding.kind) {
+    case Kind::MissingChild:
+      conflict.reason = assembly + " lacks " + names;
+      break;
+    case Kind::SurplusChild:
+      conflict.reason = assembly + " has " + names + " too much";
+      break;
+    case Kind::NotHandedOn:
+      conflict.reason = assembly + " is not handed on to " + names;
+      break;
+    case Kind::Undecided:
+      conflict.towards = NextStations(*finding.station);
+      conflict.reason = "several could take in " + assembly + ": " + Shortened(conflict.towards);
+      break;
+    case Kind::WronglyAssigned:
+      conflict.reason = "no flow takes " + assembly + " to " + names;
+      break;
+    case Kind::ContainsItself:
+      conflict.reason = assembly + " contains itself";
+      break;
+  }
+  return conflict;
+}
+
+bool IsAboutChildren(Kind kind) { return kind == Kind::MissingChild || kind == Kind::SurplusChild; }
+
+}  // namespace
+
+std::vector<FlowConflict> ConflictsOf(const embedded::Document& iDocument) {
+  std::vector<FlowConflict> conflicts;
+  for (const auto& activity : iDocument.Activities()) {
+    const std::size_t outputs = activity->Outputs().size();
+    if (!activity->IsStation() || outputs < 2) continue;
+    conflicts.push_back({activity.Get(), std::to_string(outputs) + " outputs: none gets parts"});
+  }
+  const std::vector<AssemblyFinding> findings = CheckAssemblies(iDocument);
+  for (std::size_t i = 0; i < findings.size(); ++i) {
+    const AssemblyFinding& first = findings[i];
+    std::vector<std::string> objects;
+    if (first.object) objects.push_back(NameOf(first.object));
+    while (IsAboutChildren(first.kind) && i + 1 < findings.size() &&
+           findings[i + 1].kind == first.kind && findings[i + 1].assembly == first.assembly &&
+           findings[i + 1].station == first.station) {
+      objects.push_back(NameOf(findings[++i].object));
+    }
+    conflicts.push_back(ConflictOf(first, std::move(objects)));
+  }
+  return conflicts;
+}
+
+}  // namespace biwplan
