@@ -106,7 +106,7 @@ TEST(ShippedCatalogsTest, HoldEveryMessageInBothLanguages) {
        "ErrorMessage.Title ErrorMessageForRecursion ErrorMessageProcessFlow "
        "ErrorMessageProductFlow MAIsChild MultipleActsInFlow MultipleProductOutput "
        "WarningMessage.Title WarningMessageInputRemoved "}};
-  const auto folder = std::filesystem::path(SourceFile("resources/catalogs"));
+  const auto folder = std::filesystem::path(tests::SourceFile("resources/catalogs"));
   for (const auto& [name, keys] : catalogs) {
     for (const char* const language : {".en.txt", ".de.txt"}) {
       std::string found;
