@@ -26,6 +26,8 @@ class Look {
   Zef3DRep* MadeMain() const { return main_.Get(); }
   // A second one for further windows; made anew after it was destroyed by the last parent.
   Zef3DRep* Further();
+  // The same as far as it was made.
+  const Zef3DRep* MadeFurther() const { return further_.Get(); }
   void SetRepresented(bool iRepresented) { represented_ = iRepresented; }
   bool IsRepresented() const { return represented_; }
   // Replaces the main representation by one that is not a bag, or by null.

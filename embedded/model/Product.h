@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,8 @@ struct ProductData {
   double boxMin[3] = {0, 0, 0};
   double boxMax[3] = {0, 0, 0};
   std::string geometry{};  // file with the shape, as it was given; may be empty
+  // STL or OBJ file with the shape in the product's own axes, mm; may be empty.
+  std::filesystem::path mesh{};
 };
 
 // A product: a reference, or an instance of one, which has the reference's children.

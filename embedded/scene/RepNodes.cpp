@@ -67,6 +67,7 @@ void AppendLeaf(std::vector<SceneNode>& nodes, const Step& step, const std::stri
     const ZefMathPointf& point = text->GetPosition();
     node.place = Moved(step.place, {point.GetX(), point.GetY(), point.GetZ()});
     node.colour = ColourOf(*step.rep).value_or(ColourOf(attributes));
+    node.representation = step.rep;
   }
   if (nodes.size() > before) return;
   nodes.emplace_back(SceneNode{step.depth, "representation", step.rep->IsA()}).colour =
@@ -86,6 +87,8 @@ void AppendAll(std::vector<SceneNode>& nodes, std::vector<Step> open,
     const ZefMathTransformation place = PlaceIn(*bag, step.place);
     SceneNode& node = nodes.emplace_back(SceneNode{step.depth, "group", ""});
     node.place = place.GetVector();
+    node.frame = place;
+    node.representation = bag;
     node.colour = ColourOf(*bag);
     OpenChildren(*bag, step.depth + 1, place, open);
   }

@@ -106,6 +106,7 @@ class SceneWriter {
     if (!object) return;
     SceneNode& node = tree_.nodes.emplace_back(SceneNode{depth, KindOf(object), NameOf(object)});
     const auto* const displayed = ObjectAs<Displayed>(object);
+    node.object = object;
     node.place = PlaceOf(object);
     node.colour = ColourOf(object);
     node.hidden = displayed && displayed->Display().ShowAttribute() == 1;

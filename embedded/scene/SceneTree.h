@@ -21,6 +21,11 @@ struct SceneNode {
   bool hidden = false;
   bool highlighted = false;
   bool preselected = false;
+  // What it shows: an object, or else a representation. Not counted.
+  ZefBaseUnknown* object = nullptr;
+  const Zef3DRep* representation = nullptr;
+  // Of a group: from its own axes to the vehicle's.
+  ZefMathTransformation frame{};
 };
 
 // What a viewer shows, in an order that depends on the model alone.

@@ -137,7 +137,7 @@ Owned<Document> BuildDocument(const JsonTree& iTree, const std::filesystem::path
   ReadActivities(*document, activities);
   if (settings) ReadSettings(*document, *settings);
   ReadFlows(*document, flows);
-  ReadProducts(*document, products);
+  ReadProducts(*document, products, iFolder);
   ReadProductRoots(*document, productRoots);
   AddAssemblies(*document, assemblies);
   ReadFeatures(*document, features);

@@ -13,7 +13,8 @@ namespace embedded {
 Owned<Document> BuildDocument(const JsonTree& iTree, const std::filesystem::path& iFolder);
 
 // Its parts, each from the list of that name. References lead to parts that are read before.
-void ReadProducts(Document& ioDocument, const JsonValue& iList);
+void ReadProducts(Document& ioDocument, const JsonValue& iList,
+                  const std::filesystem::path& iFolder);
 void ReadProductRoots(Document& ioDocument, const JsonValue& iList);
 void ReadFeatures(Document& ioDocument, const JsonValue& iList);
 // Assemblies without their children and producers.

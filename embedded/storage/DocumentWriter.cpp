@@ -173,6 +173,15 @@ void DocumentWriter::WriteData(const ProductData& data) {
     Field("boxMax", data.boxMax);
   }
   OptionalField("geometry", data.geometry);
+  if (!data.mesh.empty()) Field("mesh", FromFolder(data.mesh));
+}
+
+// Links are not followed: the path stays as its author knows it.
+std::string DocumentWriter::FromFolder(const std::filesystem::path& file) const {
+  const auto plain = [](const std::filesystem::path& path) {
+    return std::filesystem::absolute(path).lexically_normal();
+  };
+  return plain(file).lexically_proximate(plain(folder_)).generic_string();
 }
 
 void DocumentWriter::Write(const MfgAssembly& assembly) {

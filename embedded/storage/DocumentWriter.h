@@ -40,6 +40,7 @@ class DocumentWriter {
   void Write(const ControlFlow& flow);
   void Write(const Product& product);
   void WriteData(const ProductData& data);
+  std::string FromFolder(const std::filesystem::path& file) const;
   void Write(const MfgAssembly& assembly);
   void WriteProducers(const MfgAssembly& assembly);
   void WriteFeature(const ZefBaseUnknown& feature);

@@ -18,7 +18,7 @@ void ReadColour(const JsonValue& value, int (&colour)[3]) {
   for (const JsonValue element : value.Elements()) *part++ = element.Integer(0, kHighestColour);
 }
 
-ProductData ReadData(JsonObject& object, std::string key) {
+ProductData ReadData(JsonObject& object, std::string key, const std::filesystem::path& folder) {
   ProductData data{.key = std::move(key)};
   data.partNumber = ReadOptionalText(object, "partNumber");
   data.name = ReadOptionalText(object, "name");
@@ -31,6 +31,7 @@ ProductData ReadData(JsonObject& object, std::string key) {
     ReadNumbers(object.Get("boxMax"), data.boxMax, kMeasures);
   }
   data.geometry = ReadOptionalText(object, "geometry");
+  if (const auto mesh = object.Find("mesh")) data.mesh = folder / ReadText(*mesh);
   return data;
 }
 
@@ -51,7 +52,8 @@ void ReadRootProduct(Document& document, const JsonValue& value) {
 }
 
 // Gives the place of the reference of an instance.
-std::optional<JsonValue> ReadProduct(Document& document, const JsonValue& value) {
+std::optional<JsonValue> ReadProduct(Document& document, const JsonValue& value,
+                                     const std::filesystem::path& folder) {
   JsonObject object(value);
   std::string key =
       ReadNewKey(object, [&](const std::string& name) { return document.FindProduct(name); });
@@ -64,7 +66,8 @@ std::optional<JsonValue> ReadProduct(Document& document, const JsonValue& value)
   }
   const auto reference = object.Find("reference");
   Product* const source = reference ? &StandingAbove(document, *reference) : nullptr;
-  Product& product = document.PlaceProduct(parent, ReadData(object, std::move(key)), source);
+  Product& product =
+      document.PlaceProduct(parent, ReadData(object, std::move(key), folder), source);
   ReadLook(object, product.Display());
   object.RequireNothingElse();
   return reference;
@@ -85,7 +88,8 @@ std::vector<std::vector<std::size_t>> ListBelow(const Document& document) {
 
 }  // namespace
 
-void ReadProducts(Document& ioDocument, const JsonValue& iList) {
+void ReadProducts(Document& ioDocument, const JsonValue& iList,
+                  const std::filesystem::path& iFolder) {
   if (iList.Elements().IsEmpty()) iList.Fail("the list must begin with the root product");
   std::vector<std::optional<JsonValue>> references;
   for (const JsonValue value : iList.Elements()) {
@@ -93,7 +97,7 @@ void ReadProducts(Document& ioDocument, const JsonValue& iList) {
       ReadRootProduct(ioDocument, value);
       references.emplace_back();
     } else {
-      references.push_back(ReadProduct(ioDocument, value));
+      references.push_back(ReadProduct(ioDocument, value, iFolder));
     }
   }
   for (const std::size_t number : FindCircle(ListBelow(ioDocument))) {

@@ -19,6 +19,7 @@ void AddValidationCommands(CommandTable& ioTable);
 void AddCheckCommand(CommandTable& ioTable);
 void AddFlowCommand(CommandTable& ioTable);
 void AddViewCommands(CommandTable& ioTable);
+void AddSceneCommands(CommandTable& ioTable);
 void AddExternalCommands(CommandTable& ioTable);
 void AddCycleTimeCommand(CommandTable& ioTable);
 void AddShellCommands(CommandTable& ioTable);

@@ -1,5 +1,5 @@
 #include "embedded/Error.h"
-#include "embedded/scene/SceneText.h"
+#include "embedded/scene/SceneTree.h"
 #include "host/values/Each.h"
 #include "planner/Session.h"
 #include "planner/commands/Commands.h"
@@ -173,32 +173,6 @@ struct ShowPoints : HideOrShow {
   ShowPoints() : HideOrShow(true) {}
 };
 
-Json DescribeNode(const embedded::SceneNode& node) {
-  Json data = {{"depth", node.depth}, {"kind", node.kind}, {"name", node.name}};
-  if (node.place) data["position"] = {node.place->GetX(), node.place->GetY(), node.place->GetZ()};
-  if (node.colour) data["colour"] = *node.colour;
-  data["hidden"] = node.hidden;
-  return data;
-}
-
-class Scene : public Command {
- public:
-  Answer Run(Session& ioSession) override {
-    ioSession.Document();
-    scene_ = embedded::SceneOf(ioSession.Application().MainViewer());
-    Answer answer;
-    Json& nodes = answer.data["nodes"] = Json::array();
-    for (const embedded::SceneNode& node : scene_.nodes) nodes.push_back(DescribeNode(node));
-    answer.data["highlighted"] = scene_.highlighted;
-    return answer;
-  }
-
-  std::string InWords(const Json&) const override { return TextOf(scene_); }
-
- private:
-  embedded::SceneTree scene_;
-};
-
 }  // namespace
 
 void AddViewCommands(CommandTable& ioTable) {
@@ -208,7 +182,6 @@ void AddViewCommands(CommandTable& ioTable) {
   ioTable.Add<Highlight>("highlight", "Highlights one object.");
   ioTable.Add<Hide>("hide", "Hides welds.");
   ioTable.Add<ShowPoints>("show-points", "Shows welds again.");
-  ioTable.Add<Scene>("scene", "Prints what the 3D view shows.");
 }
 
 }  // namespace biwplan

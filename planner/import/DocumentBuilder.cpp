@@ -40,6 +40,7 @@ embedded::ProductData DataOf(const PartRow& row) {
     std::copy(row.box->most.begin(), row.box->most.end(), data.boxMax);
   }
   data.geometry = row.geometry;
+  data.mesh = row.mesh;
   return data;
 }
 

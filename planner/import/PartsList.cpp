@@ -8,6 +8,7 @@
 #include "planner/import/Graph.h"
 #include "planner/import/ListReader.h"
 #include "planner/import/Values.h"
+#include "planner/scene/MeshFile.h"
 
 namespace biwplan {
 
@@ -27,6 +28,7 @@ enum Column : std::size_t {
   YMax,
   ZMax,
   Geometry,
+  Mesh,
   X,
   Y,
   Z,
@@ -50,6 +52,7 @@ std::vector<ColumnSpec> PartColumns() {
       {"ymax", {"ymax", "maxy", "boxymax"}},
       {"zmax", {"zmax", "maxz", "boxzmax"}},
       {"geometry", {"geometry", "geometryfile", "shape", "file"}},
+      {"mesh", {"mesh", "meshfile", "stl", "obj"}},
       {"x", {"x", "posx", "xpos", "px"}},
       {"y", {"y", "posy", "ypos", "py"}},
       {"z", {"z", "posz", "zpos", "pz"}},
@@ -92,6 +95,7 @@ class PartsListImport {
     part.colour = ParseColour(reader_.Text(ColourText));
     part.box = Box();
     part.geometry = reader_.Text(Geometry);
+    part.mesh = MeshPath();
     for (std::size_t i = 0; i < part.position.size(); ++i) {
       part.position[i] = reader_.NumberOr(X + i, 0);
     }
@@ -120,6 +124,16 @@ class PartsListImport {
   std::string OptionalName(Column column) const {
     const std::string_view text = reader_.Text(column);
     return std::string(text.empty() ? text : CheckName(reader_.FieldName(column), text));
+  }
+
+  // Beside the list, unless the path begins at the root.
+  std::filesystem::path MeshPath() const {
+    const std::string_view name = reader_.Text(Mesh);
+    if (name.empty()) return {};
+    std::filesystem::path file = std::filesystem::path(list_.source).parent_path() / name;
+    if (IsMeshFile(file)) return file;
+    throw RowError(FaultKind::BadText,
+                   "mesh is " + Quoted(name) + "; it must be the name of a file in .stl or .obj");
   }
 
   std::optional<PartRow::Box> Box() const {

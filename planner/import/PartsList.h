@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <filesystem>
 #include <istream>
 #include <optional>
 #include <string>
@@ -33,6 +34,8 @@ struct PartRow {
   std::optional<Box> box;
   // File with the shape, as the list names it; may be empty.
   std::string geometry;
+  // STL or OBJ file with the shape, with the list's folder; may be empty.
+  std::filesystem::path mesh;
   // In the vehicle: mm, then degrees about X, Y and Z.
   std::array<double, 6> position{};
 };

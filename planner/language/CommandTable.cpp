@@ -31,6 +31,7 @@ CommandTable MakeTable() {
   AddFlowCommand(table);
   table.Begin("3D view");
   AddViewCommands(table);
+  AddSceneCommands(table);
   table.Begin("External process database");
   AddExternalCommands(table);
   table.Begin("Further");

@@ -40,6 +40,7 @@ void AddProducts(Document& document) {
   door.colour[1] = 0;
   door.boxMax[2] = 12.5;
   door.geometry = "shapes/door.wrl";
+  door.mesh = "shapes/../shapes/door.stl";
   Product& reference = document.AddProduct(document.RootProduct(), door);
   document.AddProduct(reference, {.key = "INNER"});
   Product& left = document.AddProduct(document.RootProduct(), {.key = "DOOR.1"}, &reference);
