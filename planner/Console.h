@@ -13,6 +13,8 @@ struct Console {
   bool isWatched = false;
   // Results are for programs.
   bool isJson = false;
+  // The lines of a script stand before their answers.
+  bool isEchoed = false;
 };
 
 }  // namespace biwplan

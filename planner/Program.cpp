@@ -38,6 +38,7 @@ struct Demand {
   std::string script;
   std::string language = "en";
   bool keepsGoing = false;
+  bool isEchoed = false;
   bool isTraced = false;
   bool isJson = false;
   bool asksForVersion = false;
@@ -50,6 +51,7 @@ void Declare(CLI::App& app, Demand& demand) {
   app.add_option("DOC", demand.document, "The process document, a JSON file.");
   app.add_option("--script", demand.script, "Runs the commands in this file.")->type_name("FILE");
   app.add_flag("--keep-going", demand.keepsGoing, "A script goes on after a command that fails.");
+  app.add_flag("--echo", demand.isEchoed, "Shows each line of a script before its answer.");
   app.add_option("--language", demand.language, "Of the warnings: en, de.")->type_name("CODE");
   app.add_flag("--json", demand.isJson, "Answers in JSON, one object in one line.");
   app.add_flag("--trace", demand.isTraced, "Writes the library's trace lines among the messages.");
@@ -172,6 +174,7 @@ Status Run(const std::vector<std::string>& arguments, const Surroundings& surrou
   }
   RequireSense(demand);
   console.isJson = demand.isJson;
+  console.isEchoed = demand.isEchoed;
   if (demand.isTraced) SwitchTrace("TuvKelBIWUtilsTrace", true);
   return RunDemand(demand, surroundings, console);
 }

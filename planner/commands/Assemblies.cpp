@@ -35,6 +35,20 @@ Json TakersOf(const MfgAssembly& assembly) {
   return takers;
 }
 
+// What people call a part or an assembly besides its key.
+std::string FullNameOf(const ZefBaseUnknown_var& item) {
+  if (const auto* const assembly = ObjectAs<MfgAssembly>(item.Get())) return assembly->OwnName();
+  const auto* const part = ObjectAs<embedded::Product>(item.Get());
+  return part ? part->Data().name : std::string();
+}
+
+// "MA-1  Front floor".
+std::string Titled(const Json& key, const Json& title) {
+  const std::string name = Printable(key.get<std::string>());
+  const std::string text = Printable(title.get<std::string>());
+  return text.empty() || text == name ? name : name + "  " + text;
+}
+
 // The assemblies as a tree, those first that are in no other. One that is in several is unfolded
 // where it is met first. Nesting is as deep as the process is long, so nothing recurs.
 class Forest {
@@ -78,13 +92,11 @@ class Forest {
 
   void Append(const Node& node, const MfgAssembly* assembly, bool unfolds) {
     Json row = {{"item", NameOf(node.object)}, {"depth", node.depth}};
+    row["name"] = FullNameOf(node.object);
     if (assembly) {
-      row["name"] = assembly->OwnName();
       row["madeBy"] = MakersOf(*assembly);
       row["takenInBy"] = TakersOf(*assembly);
       if (!unfolds) row["above"] = true;
-    } else if (const auto* const part = ObjectAs<embedded::Product>(node.object.Get())) {
-      row["name"] = part->Data().name;
     }
     rows_.push_back(std::move(row));
   }
@@ -113,10 +125,7 @@ class Assemblies : public Command {
   // "MA-1 Front floor: made by ST10, taken in by ST20", or the name of a part.
   static std::string Line(const Json& row) {
     const std::size_t level = std::min(row.at("depth").get<std::size_t>(), kMostLevels);
-    std::string line = std::string(2 * level, ' ') + Printable(row.at("item").get<std::string>());
-    const std::string name =
-        row.contains("name") ? Printable(row.at("name").get<std::string>()) : std::string();
-    if (!name.empty() && name != row.at("item")) line += "  " + name;
+    std::string line = std::string(2 * level, ' ') + Titled(row.at("item"), row.at("name"));
     if (row.contains("madeBy")) {
       line += ": " + Clause("made by ", row.at("madeBy"), "made by nobody") + ", " +
               Clause("taken in by ", row.at("takenInBy"), "taken in by nobody");
@@ -138,37 +147,44 @@ class FirstAssigned : public Command {
 
   Answer Run(Session& ioSession) override {
     const embedded::Activity& activity = ioSession.Find().ActivityOf(name_);
-    const Json own = Own(activity);
-    Json items = own;
+    ZefListValZefBaseUnknown_var items = Own(activity);
+    const Json own = NamesAsJson(&items);
     const TuvIBIWItemInfo_var station = activity.Identity();
     if (station) {
-      ZefListValZefBaseUnknown_var inputs;
-      station->GetFirstAssignedInputs(inputs);
-      items = NamesAsJson(&inputs);
+      items.RemoveAll();
+      station->GetFirstAssignedInputs(items);
     }
-    return {{{"activity", activity.Key()}, {"items", items}, {"own", own}}};
+    Json titles = Json::array();
+    for (int i = 1; i <= items.Size(); ++i) titles.push_back(FullNameOf(items[i]));
+    return {{{"activity", activity.Key()},
+             {"items", NamesAsJson(&items)},
+             {"names", titles},
+             {"own", own}}};
   }
 
   std::string InWords(const Json& iData) const override {
+    const Json& items = iData.at("items");
     const Json& own = iData.at("own");
     std::string text;
-    for (const Json& item : iData.at("items")) {
-      const bool isOwn = std::find(own.begin(), own.end(), item) != own.end();
-      text += Printable(item.get<std::string>()) + (isOwn ? "\n" : "  (through an operation)\n");
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      const bool isOwn = std::find(own.begin(), own.end(), items[i]) != own.end();
+      text += Titled(items[i], iData.at("names")[i]);
+      text += isOwn ? "\n" : "  (through an operation)\n";
     }
     if (!text.empty()) return text;
     return Printable(iData.at("activity").get<std::string>()) + " takes in nothing\n";
   }
 
  private:
-  static Json Own(const embedded::Activity& activity) {
-    Json names = Json::array();
+  static ZefListValZefBaseUnknown_var Own(const embedded::Activity& activity) {
+    ZefListValZefBaseUnknown_var items;
     activity.Links().ForEach([&](const embedded::ItemLink& link) {
-      const std::string name = NameOf(link.Item());
-      const bool known = std::find(names.begin(), names.end(), name) != names.end();
-      if (link.GetSelector() == embedded::ItemLink::FirstAssigned && !known) names.push_back(name);
+      const bool isNew = items.Locate(link.Item()) == 0;
+      if (link.GetSelector() == embedded::ItemLink::FirstAssigned && isNew) {
+        items.Append(link.Item());
+      }
     });
-    return names;
+    return items;
   }
 
   std::string name_;

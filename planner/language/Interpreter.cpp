@@ -6,6 +6,7 @@
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
 #include "planner/language/Words.h"
+#include "planner/report/Text.h"
 
 namespace biwplan {
 
@@ -51,6 +52,12 @@ Outcome Interpreter::RunLine(std::string_view iLine, const std::string& iPlace) 
     return Fail(iPlace, error.what());
   }
   return Run(words, iPlace);
+}
+
+void Interpreter::Echo(std::string_view iLine) {
+  if (!console_.isEchoed || console_.isJson) return;
+  const bool isCommand = !iLine.empty() && iLine.front() != '#';
+  console_.results << (isCommand ? "> " : "") << Printable(iLine) << '\n' << std::flush;
 }
 
 bool Interpreter::Perform(const std::vector<std::string>& words) {

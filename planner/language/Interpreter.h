@@ -20,6 +20,8 @@ class Interpreter {
   // run counts as Yes.
   Outcome Run(const std::vector<std::string>& iWords, const std::string& iPlace = {});
   Outcome RunLine(std::string_view iLine, const std::string& iPlace = {});
+  // Shows a line of a script, comments too, where that is wanted and people read the results.
+  void Echo(std::string_view iLine);
 
  private:
   // False when the answer is no.

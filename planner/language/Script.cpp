@@ -36,6 +36,7 @@ bool RunScript(std::istream& iLines, const std::string& iName, bool iKeepsGoing,
     const std::string place = iName + ", line " + std::to_string(number);
     if (!ReadLine(iLines, place, line)) break;
     if (number == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
+    ioInterpreter.Echo(line);
     if (ioInterpreter.RunLine(line, place) != Outcome::Failed) continue;
     if (!iKeepsGoing) return false;
     allSucceeded = false;

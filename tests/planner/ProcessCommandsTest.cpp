@@ -37,7 +37,7 @@ TEST_F(ProcessCommandsTest, AssembliesFollowTheProcessFromRunToRun) {
                  {"drop P1 OP10", 0, "OP10 takes in P1\n"},
                  {"link ST10 ST20", 0, "ST20 follows ST10\n"},
                  {"first-assign ST20 P2 P3", 0, "ST20 takes in P2, P3\n"},
-                 {"first-assigned ST10", 0, "P1  (through an operation)\n"},
+                 {"first-assigned ST10", 0, "P1  Inner panel  (through an operation)\n"},
                  {"assemblies", 0,
                   "MA-2  Door: made by ST20, taken in by nobody\n"
                   "  MA-1  Geo station: made by ST10, taken in by ST20\n    P1  Inner panel\n"
