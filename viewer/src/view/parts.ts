@@ -1,0 +1,82 @@
+import { BatchedMesh, Color, DoubleSide, Group, type Intersection, MeshLambertMaterial, type Raycaster, Vector4 } from "three";
+
+import type { Part } from "../scene/model";
+import type { PartLook } from "../state";
+import { PartEdges } from "./edges";
+import { drawable } from "./geometry";
+import type { Theme } from "./theme";
+
+/** What a part is at the moment: as it should be, out of the way, or pointed out. */
+export type Emphasis = "plain" | "faint" | "strong";
+
+const OPACITY: Record<Emphasis, number> = { plain: 0.3, faint: 0.035, strong: 0.55 };
+
+/** The parts in the view: one mesh with all of them, and their edges. */
+export class PartShapes {
+  readonly group = new Group();
+  private readonly mesh: BatchedMesh;
+  private readonly edges: PartEdges;
+  /** The part and the own colour of each instance. */
+  private readonly instances: { part: Part; colour: Color }[] = [];
+  private look: PartLook = "glass";
+
+  constructor(parts: Part[]) {
+    const shapes = parts.flatMap((part) => part.shapes.map((shape) => ({ part, shape })));
+    const geometries = new Map(shapes.map(({ shape }) => [shape.geometry, drawable(shape.geometry)]));
+    let points = 0;
+    let corners = 0;
+    for (const geometry of geometries.values()) {
+      points += geometry.getAttribute("position").count;
+      corners += geometry.index!.count;
+    }
+    const material = new MeshLambertMaterial({ side: DoubleSide, forceSinglePass: true });
+    this.mesh = new BatchedMesh(Math.max(shapes.length, 1), Math.max(points, 1), Math.max(corners, 1), material);
+    const ids = new Map([...geometries].map(([own, ready]) => [own, this.mesh.addGeometry(ready)]));
+    for (const { part, shape } of shapes) {
+      const instance = this.mesh.addInstance(ids.get(shape.geometry)!);
+      this.mesh.setMatrixAt(instance, shape.matrix);
+      this.instances[instance] = { part, colour: shape.colour };
+    }
+    this.edges = new PartEdges(parts);
+    this.group.add(this.mesh, this.edges.group);
+  }
+
+  show(shown: (part: Part) => boolean, emphasis: (part: Part) => Emphasis, look: PartLook, theme: Theme): void {
+    this.look = look;
+    this.mesh.visible = look === "glass" || look === "solid";
+    this.setMaterial(look === "glass");
+    this.instances.forEach(({ part, colour }, instance) => {
+      const how = emphasis(part);
+      const solidButFaint = look === "solid" && how === "faint";
+      this.mesh.setVisibleAt(instance, shown(part) && !solidButFaint);
+      const tint = how === "strong" ? colour.clone().lerp(theme.accent, 0.45) : colour;
+      this.mesh.setColorAt(instance, new Vector4(tint.r, tint.g, tint.b, look === "glass" ? OPACITY[how] : 1));
+    });
+    this.edges.show(look === "none" ? () => false : shown, emphasis, theme);
+  }
+
+  /** The nearest part under a ray, and how far away it is. */
+  hit(raycaster: Raycaster): { part: Part; distance: number } | null {
+    if (!this.mesh.visible) return null;
+    const hits: Intersection[] = [];
+    this.mesh.raycast(raycaster, hits);
+    const nearest = hits.sort((left, right) => left.distance - right.distance)[0];
+    const instance = nearest?.batchId === undefined ? undefined : this.instances[nearest.batchId];
+    return nearest && instance ? { part: instance.part, distance: nearest.distance } : null;
+  }
+
+  get hidesWelds(): boolean {
+    return this.look === "solid";
+  }
+
+  private setMaterial(glass: boolean): void {
+    const material = this.mesh.material as MeshLambertMaterial;
+    if (material.transparent === glass) return;
+    material.transparent = glass;
+    material.depthWrite = !glass;
+    material.polygonOffset = !glass;
+    material.polygonOffsetFactor = 1;
+    material.polygonOffsetUnits = 1;
+    material.needsUpdate = true;
+  }
+}

@@ -1,0 +1,29 @@
+// Tests the page in Chromium: node tests/run.mjs TEMPLATE [PAGE made by biwplan...]
+import { findChromium, openBrowser } from "./browser.mjs";
+import * as errors from "./errors.mjs";
+import * as page from "./page.mjs";
+import * as written from "./written.mjs";
+
+const SKIPPED = 77;
+
+if (!findChromium()) {
+  console.log("skipped: there is no chromium on the PATH (Debian package chromium)");
+  process.exit(SKIPPED);
+}
+
+const [template, ...pages] = process.argv.slice(2);
+const browser = await openBrowser();
+let failed = 0;
+const cases = pages.length > 0 ? written.cases(browser, pages) : { ...page.cases(browser, template), ...errors.cases(browser, template) };
+for (const [name, run] of Object.entries(cases)) {
+  const start = Date.now();
+  try {
+    await run();
+    console.log(`ok      ${name} (${Date.now() - start} ms)`);
+  } catch (error) {
+    ++failed;
+    console.log(`FAILED  ${name}\n${error.stack}`);
+  }
+}
+await browser.close();
+process.exit(failed > 0 ? 1 : 0);
