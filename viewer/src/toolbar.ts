@@ -8,13 +8,13 @@ import type { View } from "./view/view";
 
 function makeDirections(view: View): void {
   const places: [Direction, string, string][] = [
-    ["iso", "Corner", "From the front, left and above (1)"],
+    ["iso", "3D", "From the front, left and above (1)"],
     ["front", "Front", "Along x (2)"],
     ["side", "Side", "Along y, from the left (3)"],
     ["top", "Top", "From above (4)"],
   ];
   const choices = places.map(([value, text, title]) => ({ value, text, title }));
-  makeChoices(byId("directions"), "Look", choices, (direction) => view.look(direction));
+  makeChoices(byId("directions"), "", choices, (direction) => view.look(direction));
 }
 
 /** The buttons above the view. */

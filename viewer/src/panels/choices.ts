@@ -18,7 +18,8 @@ export function makeChoices<T extends string>(
     button.addEventListener("click", () => chosen(value));
     return button;
   });
-  group.append(make("span", { class: "caption" }, caption), ...buttons);
+  if (caption) group.append(make("span", { class: "caption" }, caption));
+  group.append(...buttons);
   return (value) => {
     for (const button of buttons) button.setAttribute("aria-pressed", String(button.dataset.value === value));
   };

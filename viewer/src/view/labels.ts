@@ -10,6 +10,7 @@ const HEIGHT = 20;
 const WIDTH_OF_LETTER = 6.6;
 const PADDING = 14;
 const RAISE = 12;
+const RING = 11;
 
 interface Tag {
   text: string;
@@ -50,8 +51,8 @@ export class LabelLayer {
     if (selected && !this.tags.some(({ weld }) => weld === selected)) this.tags.push(nameTag(selected));
   }
 
-  /** To be called when the picture was drawn. */
-  place(width: number, height: number): void {
+  /** Before each frame; `metresPerPixel` one metre before the eye. */
+  place(width: number, height: number, metresPerPixel: number): void {
     const seen = this.tags
       .map((tag) => ({ tag, spot: this.projector.spot(tag.anchor), width: tag.text.length * WIDTH_OF_LETTER + PADDING }))
       .filter(({ spot }) => spot.depth > 0 && spot.x > 0 && spot.x < width && spot.y > 0 && spot.y < height)
@@ -64,17 +65,20 @@ export class LabelLayer {
     }
     placed.forEach((label, at) => this.put(this.element(at), label));
     for (let at = placed.length; at < this.elements.length; ++at) this.elements[at]!.hidden = true;
-    this.placeRing();
+    this.placeRing(metresPerPixel);
   }
 
   private rank({ tag, spot }: Placed): number {
     return tag.weld && tag.weld === this.selected ? -1 : spot.depth;
   }
 
-  private placeRing(): void {
+  private placeRing(metresPerPixel: number): void {
     const spot = this.selected && this.projector.spot(this.selected.centre);
     this.ring.hidden = !spot || spot.depth <= 0;
-    if (spot) this.ring.style.transform = `translate(${spot.x}px, ${spot.y}px)`;
+    if (!spot || !this.selected) return;
+    const radius = Math.max(RING, this.selected.radius / (metresPerPixel * spot.depth) + 5);
+    this.ring.style.setProperty("--radius", `${radius}px`);
+    this.ring.style.transform = `translate(${spot.x}px, ${spot.y}px)`;
   }
 
   private put(element: HTMLElement, { tag, spot }: Placed): void {

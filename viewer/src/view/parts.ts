@@ -49,7 +49,7 @@ export class PartShapes {
       const how = emphasis(part);
       const solidButFaint = look === "solid" && how === "faint";
       this.mesh.setVisibleAt(instance, shown(part) && !solidButFaint);
-      const tint = how === "strong" ? colour.clone().lerp(theme.accent, 0.45) : colour;
+      const tint = how === "strong" ? colour.clone().lerp(theme.accent, look === "glass" ? 0.4 : 0.2) : colour;
       this.mesh.setColorAt(instance, new Vector4(tint.r, tint.g, tint.b, look === "glass" ? OPACITY[how] : 1));
     });
     this.edges.show(look === "none" ? () => false : shown, emphasis, theme);

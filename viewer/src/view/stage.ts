@@ -124,12 +124,12 @@ export class Stage {
   }
 
   private light(): void {
-    const key = new DirectionalLight(0xffffff, 1.9);
-    key.position.set(-0.5, 0.9, 0.6);
+    const key = new DirectionalLight(0xffffff, 1.7);
+    key.position.set(-0.7, 1, 0.45);
     const fill = new DirectionalLight(0xffffff, 0.5);
     fill.position.set(0.8, -0.2, 0.6);
     this.camera.add(key, key.target, fill, fill.target);
-    this.scene.add(this.camera, new HemisphereLight(0xffffff, 0xb0b8c4, 1.5));
+    this.scene.add(this.camera, new HemisphereLight(0xffffff, 0x8c96a4, 1.25));
   }
 
   private resize(): void {

@@ -45,7 +45,7 @@ export class View {
     this.stage.onDrawn(() => {
       this.stage.camera.updateMatrixWorld();
       this.welds.adapt(this.stage.camera.position, this.stage.metresPerPixel, this.stage.ratio);
-      this.labels.place(canvas.clientWidth, canvas.clientHeight);
+      this.labels.place(canvas.clientWidth, canvas.clientHeight, this.stage.metresPerPixel);
       axes.draw(this.stage.camera);
     });
     this.stage.stand(fitBox(this.wholeBox(), this.towards("iso"), this.stage.camera));
@@ -126,7 +126,7 @@ export class View {
   private framed(item: Item): Box3 {
     if (item.kind === "part") return this.boxOf([item.part]);
     const box = this.boxOf([item.weld]).clone();
-    return box.expandByScalar(Math.max(item.weld.radius * 14, this.stage.size * 0.02));
+    return box.expandByScalar(Math.max(item.weld.radius * 25, this.stage.size * 0.035));
   }
 
   private boxOf(items: (Part | Weld)[]): Box3 {
