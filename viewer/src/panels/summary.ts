@@ -19,7 +19,7 @@ export function showSummary(scene: Scene): void {
   for (const status of ORDER) {
     const number = scene.welds.filter((weld) => weld.status === status).length;
     figures.append(figure(number, STATUS_WORDS[status], status));
-    bar.append(make("span", { class: status, style: `flex-grow: ${number}` }));
+    if (number > 0) bar.append(make("span", { class: status, style: `flex-grow: ${number}` }));
   }
   byId("summary").append(figures, bar);
 }

@@ -30,7 +30,7 @@ export function fitBox(box: Box3, toEye: Vector3, camera: PerspectiveCamera): Ou
   const target = box.getCenter(new Vector3());
   const right = new Vector3(0, 1, 0).cross(toEye).normalize();
   const up = toEye.clone().cross(right).normalize();
-  const tangent = Math.tan(MathUtils.degToRad(camera.fov / 2)) * 0.88;
+  const tangent = Math.tan(MathUtils.degToRad(camera.fov / 2)) * 0.92;
   let distance = 0;
   for (const corner of cornersOf(box)) {
     corner.sub(target);

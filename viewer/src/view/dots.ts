@@ -22,6 +22,7 @@ const VERTEX = `
 const FRAGMENT = `
   varying vec3 vColour;
   varying float vSoft;
+  uniform float strength;
   const vec3 LIGHT = vec3(-0.42, 0.76, 0.5);
   void main() {
     vec2 at = vec2(2.0, -2.0) * gl_PointCoord + vec2(-1.0, 1.0);
@@ -29,7 +30,7 @@ const FRAGMENT = `
     if (off > 1.0) discard;
     vec3 normal = vec3(at, sqrt(1.0 - off * off));
     vec3 lit = vColour * (0.72 + 0.42 * max(dot(normal, LIGHT), 0.0));
-    gl_FragColor = vec4(lit * (1.0 - 0.45 * smoothstep(0.6, 1.0, off)), smoothstep(1.0, 1.0 - 1.5 * vSoft, off));
+    gl_FragColor = vec4(lit * (1.0 - 0.45 * smoothstep(0.6, 1.0, off)), strength * smoothstep(1.0, 1.0 - 1.5 * vSoft, off));
     #include <colorspace_fragment>
   }`;
 
@@ -41,13 +42,18 @@ export interface Scale {
   pixelsPerMetre: { value: number };
 }
 
+/** Of what is seen through something solid. */
+const THROUGH = 0.4;
+
 /** Round welds seen from afar: one point each, however many there are. */
 export class WeldDots {
   readonly points: Points<BufferGeometry, ShaderMaterial>;
+  /** The same once more, for those behind something solid. */
+  readonly through: Points<BufferGeometry, ShaderMaterial>;
 
   constructor(
     private readonly welds: Weld[],
-    { least, pixelsPerMetre }: Scale,
+    scale: Scale,
     order: number,
   ) {
     const geometry = new BufferGeometry();
@@ -55,13 +61,12 @@ export class WeldDots {
       const attribute = new Float32BufferAttribute(new Float32Array(welds.length * width), width);
       geometry.setAttribute(name, attribute.setUsage(DynamicDrawUsage));
     }
-    const material = new ShaderMaterial({
-      vertexShader: VERTEX, fragmentShader: FRAGMENT, vertexColors: true, transparent: true,
-      uniforms: { leastRadius: least, pixelsPerMetre },
-    });
-    this.points = new Points(geometry, material);
-    this.points.frustumCulled = false;
-    this.points.renderOrder = order;
+    this.points = new Points(geometry, dotMaterial(scale, 1));
+    this.through = new Points(geometry, dotMaterial(scale, THROUGH));
+    this.through.material.depthTest = false;
+    for (const points of [this.points, this.through]) points.frustumCulled = false;
+    this.through.renderOrder = order;
+    this.points.renderOrder = order + 1;
   }
 
   fill(chosen: ReadonlySet<Weld>, theme: Theme): void {
@@ -77,4 +82,11 @@ export class WeldDots {
     this.points.geometry.setDrawRange(0, count);
     for (const attribute of [position!, color!, radius!]) attribute.needsUpdate = true;
   }
+}
+
+function dotMaterial({ least, pixelsPerMetre }: Scale, strength: number): ShaderMaterial {
+  return new ShaderMaterial({
+    vertexShader: VERTEX, fragmentShader: FRAGMENT, vertexColors: true, transparent: true, depthWrite: strength === 1,
+    uniforms: { leastRadius: least, pixelsPerMetre, strength: { value: strength } },
+  });
 }

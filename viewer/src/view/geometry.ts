@@ -1,7 +1,11 @@
 import { BufferAttribute, BufferGeometry } from "three";
 
-/** A copy with positions, normals and an index alone, so that all parts can lie in one mesh. */
-export function drawable(geometry: BufferGeometry): BufferGeometry {
+/**
+ * A copy with positions, normals and an index alone, so that all parts can lie in one mesh. Where a
+ * file gives no normals its faces are flat.
+ */
+export function drawable(given: BufferGeometry): BufferGeometry {
+  const geometry = given.index && !given.getAttribute("normal") ? given.toNonIndexed() : given;
   const points = geometry.getAttribute("position");
   const own = new BufferGeometry();
   const place = new Float32Array(points.count * 3);

@@ -1,4 +1,4 @@
-import { BatchedMesh, Color, DoubleSide, Group, type Intersection, MeshLambertMaterial, type Raycaster, Vector4 } from "three";
+import { BatchedMesh, type BufferGeometry, type Color, DoubleSide, FrontSide, Group, type Intersection, MeshLambertMaterial, type Raycaster, Vector4 } from "three";
 
 import type { Part } from "../scene/model";
 import type { PartLook } from "../state";
@@ -11,6 +11,9 @@ export type Emphasis = "plain" | "faint" | "strong";
 
 const OPACITY: Record<Emphasis, number> = { plain: 0.3, faint: 0.035, strong: 0.55 };
 
+/** A box is closed: without its inner faces a camera that is in it sees what is there. */
+const isBox = (geometry: BufferGeometry): boolean => geometry.index!.count <= 36;
+
 /** The parts in the view: one mesh with all of them, and their edges. */
 export class PartShapes {
   readonly group = new Group();
@@ -18,7 +21,6 @@ export class PartShapes {
   private readonly edges: PartEdges;
   /** The part and the own colour of each instance. */
   private readonly instances: { part: Part; colour: Color }[] = [];
-  private look: PartLook = "glass";
 
   constructor(parts: Part[]) {
     const shapes = parts.flatMap((part) => part.shapes.map((shape) => ({ part, shape })));
@@ -29,7 +31,8 @@ export class PartShapes {
       points += geometry.getAttribute("position").count;
       corners += geometry.index!.count;
     }
-    const material = new MeshLambertMaterial({ side: DoubleSide, forceSinglePass: true });
+    const side = [...geometries.values()].every(isBox) ? FrontSide : DoubleSide;
+    const material = new MeshLambertMaterial({ side, forceSinglePass: true });
     this.mesh = new BatchedMesh(Math.max(shapes.length, 1), Math.max(points, 1), Math.max(corners, 1), material);
     const ids = new Map([...geometries].map(([own, ready]) => [own, this.mesh.addGeometry(ready)]));
     for (const { part, shape } of shapes) {
@@ -42,7 +45,6 @@ export class PartShapes {
   }
 
   show(shown: (part: Part) => boolean, emphasis: (part: Part) => Emphasis, look: PartLook, theme: Theme): void {
-    this.look = look;
     this.mesh.visible = look === "glass" || look === "solid";
     this.setMaterial(look === "glass");
     this.instances.forEach(({ part, colour }, instance) => {
@@ -55,18 +57,13 @@ export class PartShapes {
     this.edges.show(look === "none" ? () => false : shown, emphasis, theme);
   }
 
-  /** The nearest part under a ray, and how far away it is. */
-  hit(raycaster: Raycaster): { part: Part; distance: number } | null {
+  /** The nearest part under a ray. */
+  hit(raycaster: Raycaster): Part | null {
     if (!this.mesh.visible) return null;
     const hits: Intersection[] = [];
     this.mesh.raycast(raycaster, hits);
     const nearest = hits.sort((left, right) => left.distance - right.distance)[0];
-    const instance = nearest?.batchId === undefined ? undefined : this.instances[nearest.batchId];
-    return nearest && instance ? { part: instance.part, distance: nearest.distance } : null;
-  }
-
-  get hidesWelds(): boolean {
-    return this.look === "solid";
+    return (nearest?.batchId !== undefined && this.instances[nearest.batchId]?.part) || null;
   }
 
   private setMaterial(glass: boolean): void {

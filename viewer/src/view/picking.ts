@@ -50,23 +50,16 @@ export class Picker {
   }
 
   at(x: number, y: number, welds: readonly Weld[], leastPixels: number, metresPerPixel: number): Item | null {
-    this.aim(x, y);
-    const part = this.parts.hit(this.raycaster);
-    const farthest = part && this.parts.hidesWelds ? part.distance : Infinity;
     let best: Weld | null = null;
     let bestMiss = Infinity;
     for (const weld of welds) {
-      if (weld.centre.distanceTo(this.camera.position) - this.reach(weld) > farthest) continue;
       const miss = this.miss(weld, x, y, leastPixels, metresPerPixel);
       if (miss < bestMiss) [best, bestMiss] = [weld, miss];
     }
     if (best) return { kind: "weld", weld: best };
-    return part && { kind: "part", part: part.part };
-  }
-
-  /** How far a weld reaches out of what hides it, in metres. */
-  private reach(weld: Weld): number {
-    return weld.radius * 2;
+    this.aim(x, y);
+    const part = this.parts.hit(this.raycaster);
+    return part && { kind: "part", part };
   }
 
   /** By how many pixels a weld is missed; infinite where it is out of reach. */

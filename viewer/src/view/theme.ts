@@ -23,7 +23,7 @@ export function readTheme(): Theme {
     },
     edge: colour("--edge"),
     accent: colour("--accent"),
-    edgeStrength: dark.matches ? 0.5 : 0.55,
+    edgeStrength: dark.matches ? 0.36 : 0.5,
   };
 }
 

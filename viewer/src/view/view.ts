@@ -58,7 +58,7 @@ export class View {
   show(state: State, filtered: Weld[]): void {
     const selected = state.selected?.kind === "weld" ? state.selected.weld : null;
     this.shownWelds = filtered.filter((weld) => weld.shown || state.hidden || weld === selected);
-    this.welds.show(this.shownWelds, this.theme);
+    this.welds.show(this.shownWelds, state.parts === "solid", this.theme);
     this.parts.show((part) => part.shown || state.hidden, this.emphasis(state), state.parts, this.theme);
     this.labels.show(state.labels, this.scene.labels, this.shownWelds, selected);
     this.stage.redraw();

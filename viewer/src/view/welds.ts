@@ -45,10 +45,10 @@ class Batch {
     own.setAttribute("weldRadius", this.radius);
     this.mesh = new InstancedMesh(own, material, pieces.length);
     this.mesh.frustumCulled = false;
-    this.mesh.renderOrder = ORDER;
+    this.mesh.renderOrder = ORDER + 1;
     this.group.add(this.mesh);
     this.dots = isBall(geometry) ? new WeldDots(pieces.map(({ weld }) => weld), scale, ORDER) : null;
-    if (this.dots) this.group.add(this.dots.points);
+    if (this.dots) this.group.add(this.dots.through, this.dots.points);
   }
 
   fill(chosen: ReadonlySet<Weld>, theme: Theme): void {
@@ -64,6 +64,10 @@ class Batch {
     this.radius.needsUpdate = true;
     if (this.mesh.instanceColor) this.mesh.instanceColor.needsUpdate = true;
     this.dots?.fill(chosen, theme);
+  }
+
+  setThrough(through: boolean): void {
+    if (this.dots) this.dots.through.visible = through;
   }
 
   setNear(near: boolean): void {
@@ -127,10 +131,14 @@ export class WeldShapes {
     for (const batch of this.batches) this.group.add(batch.group);
   }
 
-  show(welds: Weld[], theme: Theme): void {
+  /** `through`: whether those behind something solid are seen through it. */
+  show(welds: Weld[], through: boolean, theme: Theme): void {
     this.chosen = welds;
     const chosen = new Set(welds);
-    for (const batch of this.batches) batch.fill(chosen, theme);
+    for (const batch of this.batches) {
+      batch.fill(chosen, theme);
+      batch.setThrough(through);
+    }
   }
 
   /**
