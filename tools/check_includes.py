@@ -33,7 +33,9 @@ SEAMS = {
     r"histedit\.h|editline/": ("planner/",),
     r"gtest/|gmock/": ("tests/",),
     r"benchmark/": ("bench/",),
-    r"boost/": ("bench/", "planner/check/NearPoints"),
+    r"boost/": ("bench/", "planner/check/NearPoints", "planner/scene/Page"),
+    r"assimp/": ("planner/scene/MeshFile",),
+    r"tiny_gltf": ("planner/scene/Glb",),
 }
 
 # What host/ and the plug-in may include besides: the standard library and, in these files only,

@@ -3,6 +3,7 @@
 #include "embedded/Error.h"
 #include "embedded/storage/FileReplacement.h"
 #include "planner/import/Values.h"
+#include "planner/scene/Page.h"
 
 namespace biwplan {
 
@@ -13,13 +14,16 @@ std::string Ending(const std::filesystem::path& file) { return Folded(file.exten
 }  // namespace
 
 void RequireSceneFile(const std::filesystem::path& iFile) {
-  if (Ending(iFile) == "glb") return;
-  throw embedded::InputError(iFile.string() + ": a scene is written as .glb; end the name so");
+  if (Ending(iFile) == "glb" || Ending(iFile) == "html") return;
+  throw embedded::InputError(iFile.string() +
+                             ": a scene is written as .glb or .html; end the name so");
 }
 
 std::size_t WriteScene(const SceneFile& iScene, const std::filesystem::path& iFile) {
-  embedded::ReplaceFile(iFile, iScene.bytes);
-  return iScene.bytes.size();
+  const bool isPage = Ending(iFile) == "html";
+  const std::string& bytes = isPage ? PageOf(iScene.bytes) : iScene.bytes;
+  embedded::ReplaceFile(iFile, bytes);
+  return bytes.size();
 }
 
 }  // namespace biwplan

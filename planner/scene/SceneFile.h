@@ -9,7 +9,7 @@
 
 namespace biwplan {
 
-// InputError unless the file's name ends in .glb.
+// InputError unless the file's name ends in .glb or .html.
 void RequireSceneFile(const std::filesystem::path& iFile);
 
 struct SceneFile {
@@ -24,7 +24,7 @@ struct SceneFile {
 SceneFile DrawScene(const embedded::Document& iDocument, const embedded::Viewer& iViewer,
                     const std::string& iName);
 
-// Writes the picture, whole or not at all. Answers its size.
+// Writes the picture, whole or not at all; in HTML as a page that shows it. Answers its size.
 std::size_t WriteScene(const SceneFile& iScene, const std::filesystem::path& iFile);
 
 }  // namespace biwplan

@@ -176,4 +176,49 @@ TEST_F(SceneFileTest, AMeshThatCannotBeReadIsNamedAndNothingIsLost) {
       HasSubstr("parts.csv, line 2: mesh is \"shape.step\"; it must be"));
 }
 
+TEST_F(SceneFileTest, APreviewShowsTheChosenItemsAloneInBothModes) {
+  Begin(
+      "number,parent,instance_of,colour,xmin,ymin,zmin,xmax,ymax,zmax,x,y,z,rz\n"
+      "P1,,,#FF0000,0,0,0,10,20,30,7,8,9,90\nP2,P1,,,0,0,0,1,1,1,1,2,3,30\nP3,,,,,,,,,,,,,\n"
+      "P4,,P3,,0,0,0,1,1,1,5,5,5,\n");
+  for (const std::string mode : {"", " --own-scene"}) {
+    const Spoken drawn = Do("preview P1 SW-1..SW-2 SM-1 L-1 P1 --output @p.glb" + mode);
+    EXPECT_EQ(drawn.results.substr(0, 32), "p.glb: 2 parts, 4 welds, 0 label") << drawn.messages;
+    const GlbReader glb = Glb("p.glb");
+    EXPECT_EQ(glb.nodes.size(), 6u) << mode;
+    ExpectNear(glb.World("SW-1"), {0.100, 0.0525, 0});
+    ExpectNear(glb.World("SM-1"), {0, 0, 0});
+    ExpectNear(glb.World("P1", {10, 0, 30}), {0.007, 0.039, -0.018});
+    ExpectNear(glb.World("P2"), {0.001, 0.003, -0.002});
+    EXPECT_EQ(glb.Extras("P2")["color"], "#FF0000");
+    EXPECT_EQ(glb.Extras("SW-1")["color"], "#D55E00");
+    EXPECT_EQ(glb.json["scenes"][0]["extras"]["framed"][1][2], 52.5) << mode;
+  }
+  std::string document = Bytes("door.json");
+  document.insert(document.find("\"key\": \"P4\"") + 11, ", \"hasShape\": false");
+  folder_.Write("door.json", document);
+  EXPECT_EQ(Do("preview P4 --own-scene --output @none.glb").status, 1);
+  EXPECT_EQ(Do("preview P9 --output @none.glb").status, 2);
+  EXPECT_FALSE(std::filesystem::exists(Path("none.glb")));
+}
+
+TEST_F(SceneFileTest, APageHoldsTheSceneInPlaceOfItsMarker) {
+  Begin(kParts);
+  setenv("TUV_RESOURCES", folder_.Path().c_str(), 1);
+  folder_.Write("viewer/scene.html", "<p><!--SCENE--></p>");
+  EXPECT_EQ(Do("scene --output @s.glb").status, 0);
+  EXPECT_EQ(Do("scene --output @s.HTML").status, 0);
+  const std::string page = Bytes("s.HTML");
+  const std::size_t bytes = Bytes("s.glb").size();
+  const std::string before = "<p><script id=\"scene\" type=\"application/octet-stream;base64\">";
+  EXPECT_EQ(page.substr(0, before.size() + 10), before + "Z2xURgIAAA");
+  EXPECT_EQ(page.size(), before.size() + (bytes + 2) / 3 * 4 + 13);
+  EXPECT_EQ(std::count(page.end() - 16, page.end(), '='), (3 - bytes % 3) % 3);
+  EXPECT_TRUE(page.ends_with("</script></p>"));
+  folder_.Write("viewer/scene.html", "<!--SCENE--><!--SCENE-->");
+  EXPECT_EQ(Do("scene --output @t.html").status, 2);
+  EXPECT_FALSE(std::filesystem::exists(Path("t.html")));
+  unsetenv("TUV_RESOURCES");
+}
+
 }  // namespace
