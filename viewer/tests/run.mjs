@@ -1,4 +1,7 @@
-// Tests the page in Chromium: node tests/run.mjs TEMPLATE [PAGE made by biwplan...]
+// Tests the page in Chromium:
+//   node tests/run.mjs TEMPLATE                     with plants made here
+//   node tests/run.mjs TEMPLATE PAGE...             pages that biwplan wrote
+//   node tests/run.mjs TEMPLATE --biwplan BINARY EXAMPLE    has it write one of a planned example
 import { findChromium, openBrowser } from "./browser.mjs";
 import * as errors from "./errors.mjs";
 import * as page from "./page.mjs";
@@ -11,7 +14,8 @@ if (!findChromium()) {
   process.exit(SKIPPED);
 }
 
-const [template, ...pages] = process.argv.slice(2);
+const [template, ...others] = process.argv.slice(2);
+const pages = others[0] === "--biwplan" ? [written.writeExample(others[1], others[2])] : others;
 const browser = await openBrowser();
 let failed = 0;
 const cases = pages.length > 0 ? written.cases(browser, pages) : { ...page.cases(browser, template), ...errors.cases(browser, template) };
