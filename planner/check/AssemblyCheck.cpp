@@ -96,15 +96,8 @@ class StationCheck {
     }
     if (isHandedOn || next.empty()) return;
     if (next.size() > 1) return Report(Kind::Undecided, nullptr);
-    if (!WouldCloseRing(*next.front())) Report(Kind::NotHandedOn, next.front()->Identity());
-  }
-
-  // Whether the assembly contains what the next station makes of it.
-  bool WouldCloseRing(const Activity& next) const {
-    return std::any_of(next.Outputs().begin(), next.Outputs().end(), [&](const auto& output) {
-      const auto* const made = ObjectAs<MfgAssembly>(output->OwnProduct().Get());
-      return made && (made == &assembly_ || Contains(assembly_, *made));
-    });
+    if (!ContainsOutputOf(assembly_, *next.front()))
+      Report(Kind::NotHandedOn, next.front()->Identity());
   }
 
   const Activity& station_;
@@ -126,6 +119,14 @@ std::vector<const Activity*> NextStations(const Activity& iStation) {
     following = FollowingStations(*activity);
   }
   return following;
+}
+
+bool ContainsOutputOf(const MfgAssembly& iAssembly, const Activity& iStation) {
+  const auto& outputs = iStation.Outputs();
+  return std::any_of(outputs.begin(), outputs.end(), [&](const auto& output) {
+    const auto* const made = ObjectAs<MfgAssembly>(output->OwnProduct().Get());
+    return made && (made == &iAssembly || Contains(iAssembly, *made));
+  });
 }
 
 std::vector<const Activity*> ConsumersOf(const MfgAssembly& iAssembly) {

@@ -35,6 +35,10 @@ std::string Describe(const AssemblyFinding& iFinding);
 // nested in. With exactly one the assembly goes there.
 std::vector<const embedded::Activity*> NextStations(const embedded::Activity& iStation);
 
+// Whether the assembly is, or contains at any depth, what the station makes: then it cannot become
+// part of that.
+bool ContainsOutputOf(const embedded::MfgAssembly& iAssembly, const embedded::Activity& iStation);
+
 // The activities that have the assembly as first assigned, each once.
 std::vector<const embedded::Activity*> ConsumersOf(const embedded::MfgAssembly& iAssembly);
 

@@ -60,14 +60,28 @@ FlowConflict ConflictOf(const AssemblyFinding& finding, std::vector<std::string>
 
 bool IsAboutChildren(Kind kind) { return kind == Kind::MissingChild || kind == Kind::SurplusChild; }
 
+// What `check` has nothing to say about: stations into whose assemblies nothing is filled, and
+// rings.
+void AddConflictsOf(const Activity& station, std::vector<FlowConflict>& ioConflicts) {
+  const auto& outputs = station.Outputs();
+  if (outputs.size() > 1) {
+    ioConflicts.push_back({&station, std::to_string(outputs.size()) + " outputs: none gets parts"});
+  }
+  if (outputs.size() != 1) return;
+  const std::vector<const Activity*> next = NextStations(station);
+  const auto* const assembly =
+      embedded::ObjectAs<embedded::MfgAssembly>(outputs.front()->OwnProduct().Get());
+  if (!assembly || next.size() != 1 || !ContainsOutputOf(*assembly, *next.front())) return;
+  ioConflicts.push_back(
+      {&station, assembly->Key() + " contains what " + next.front()->Key() + " makes", next});
+}
+
 }  // namespace
 
 std::vector<FlowConflict> ConflictsOf(const embedded::Document& iDocument) {
   std::vector<FlowConflict> conflicts;
   for (const auto& activity : iDocument.Activities()) {
-    const std::size_t outputs = activity->Outputs().size();
-    if (!activity->IsStation() || outputs < 2) continue;
-    conflicts.push_back({activity.Get(), std::to_string(outputs) + " outputs: none gets parts"});
+    if (activity->IsStation()) AddConflictsOf(*activity, conflicts);
   }
   const std::vector<AssemblyFinding> findings = CheckAssemblies(iDocument);
   for (std::size_t i = 0; i < findings.size(); ++i) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "embedded/model/ItemLink.h"
@@ -117,10 +118,14 @@ class Drawing {
   // The flow from the maker, or what it is nested in, to the consumer, or what that is nested in;
   // without such a flow an arrow of its own.
   FlowChart::Arrow& Way(const Activity& maker, const Activity& consumer) {
-    for (std::size_t from = BoxOf(&maker); from != FlowChart::kNone; from = chart_.around[from]) {
-      for (std::size_t to = BoxOf(&consumer); to != FlowChart::kNone; to = chart_.around[to]) {
-        const auto found = arrows_.find({from, to});
-        if (found != arrows_.end()) return chart_.arrows[found->second];
+    std::unordered_set<const Activity*> receivers;
+    for (const Activity* to = &consumer; to; to = to->Parent()) receivers.insert(to);
+    for (const Activity* from = &maker; from; from = from->Parent()) {
+      for (const embedded::ControlFlow* const flow : from->FlowsOut()) {
+        const auto found = arrows_.find({BoxOf(from), BoxOf(&flow->To())});
+        if (found != arrows_.end() && receivers.contains(&flow->To())) {
+          return chart_.arrows[found->second];
+        }
       }
     }
     return Arrow(BoxOf(&maker), BoxOf(&consumer), false);

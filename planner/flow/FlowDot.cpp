@@ -26,15 +26,17 @@ constexpr char kStyle[] =
     "fontname=\"Helvetica\", fontsize=10, margin=\"0.1,0.05\", height=0.3, width=1.1];\n"
     "  edge [fontname=\"Helvetica\", fontsize=9, color=\"#34495E\", arrowsize=0.7, dir=forward];\n";
 
-std::size_t PositionIn(const std::vector<std::size_t>& list, std::size_t entry) {
-  return static_cast<std::size_t>(std::find(list.begin(), list.end(), entry) - list.begin());
-}
-
 class Writer {
  public:
   explicit Writer(const FlowChart& chart) : chart_(chart), rows_(ArrangeInRows(chart)) {
     for (const FlowChart::Arrow& arrow : chart.arrows) {
       handedOn_.insert(arrow.assemblies.begin(), arrow.assemblies.end());
+    }
+    columns_.resize(chart.boxes.size());
+    for (std::size_t box = 0; box < chart.boxes.size(); ++box) {
+      std::vector<std::size_t>& column = columns_[rows_.leader[box]];
+      depths_.push_back(column.size());
+      column.push_back(box);
     }
   }
 
@@ -82,20 +84,12 @@ class Writer {
             "style=\"rounded,filled\", fillcolor=\"#EAF0F6\", margin=6, color=" +
             (isConflict ? DotName(kRed) + ", penwidth=2.5" : DotName("#8497A8")) + "];\n" +
             "    { rank=same;\n";
-    const std::vector<std::size_t> column = Column(station);
+    const std::vector<std::size_t>& column = columns_[station];
     for (const std::size_t member : column) WriteNode(member);
     dot_ += "    }\n";
     for (std::size_t i = 1; i < column.size(); ++i) {
       dot_ += "    " + Name(column[i]) + " -> " + Name(column[i - 1]) + " [style=invis];\n";
     }
-  }
-
-  std::vector<std::size_t> Column(std::size_t leader) const {
-    std::vector<std::size_t> column{leader};
-    for (const std::size_t inner : chart_.boxes[leader].inner) {
-      if (rows_.leader[inner] == leader) column.push_back(inner);
-    }
-    return column;
   }
 
   void WriteNode(std::size_t box) {
@@ -184,8 +178,7 @@ class Writer {
     if (rows_.leader[arrow.from] != rows_.leader[arrow.to]) {
       return Guides(arrow) ? ", weight=8" : ", constraint=false";
     }
-    const std::vector<std::size_t> column = Column(rows_.leader[arrow.from]);
-    const bool isNext = PositionIn(column, arrow.from) + 1 == PositionIn(column, arrow.to);
+    const bool isNext = depths_[arrow.from] + 1 == depths_[arrow.to];
     // Of a shorter arrowhead Graphviz draws the line only in part.
     return isNext ? ", weight=0, tailport=s, headport=n, arrowsize=1" : ", weight=0";
   }
@@ -225,6 +218,9 @@ class Writer {
   const FlowChart& chart_;
   const Rows rows_;
   std::unordered_set<std::string> handedOn_;
+  // By leader what stands below each other, and for each box how far down.
+  std::vector<std::vector<std::size_t>> columns_;
+  std::vector<std::size_t> depths_;
   std::string dot_;
 };
 

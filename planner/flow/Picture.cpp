@@ -27,18 +27,15 @@ void Write(int pipe, const char* bytes, std::size_t count) {
   }
 }
 
-void Limit(int resource, rlim_t most) {
-  const rlimit limit{most, most};
-  ::setrlimit(static_cast<__rlimit_resource>(resource), &limit);
-}
-
 // Ends the process. What Graphviz has to say of its fonts is nobody's business.
 [[noreturn]] void DrawInto(int pipe, const std::string& dot, const std::string& format) {
   const int nowhere = ::open("/dev/null", O_RDWR);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nowhere, stream);
-  for (const int signal : {SIGSEGV, SIGABRT, SIGFPE, SIGBUS}) std::signal(signal, SIG_DFL);
-  Limit(RLIMIT_CPU, kMostSeconds);
-  Limit(RLIMIT_CORE, 0);
+  for (const int signal : {SIGSEGV, SIGABRT, SIGFPE, SIGBUS, SIGXCPU}) std::signal(signal, SIG_DFL);
+  const rlimit seconds{kMostSeconds, kMostSeconds + 5};
+  const rlimit none{0, 0};
+  ::setrlimit(RLIMIT_CPU, &seconds);
+  ::setrlimit(RLIMIT_CORE, &none);
   GVC_t* const context = gvContext();
   Agraph_t* const graph = agmemread(dot.c_str());
   if (!context || !graph) ::_exit(1);
@@ -85,10 +82,13 @@ std::string Draw(const std::string& iDot, const std::string& iFormat) {
   ::close(ends[1]);
   std::string bytes = process > 0 ? ReadAll(ends[0]) : "";
   ::close(ends[0]);
-  if (process > 0 && WaitFor(process) == 0) return bytes;
+  const int status = process > 0 ? WaitFor(process) : -1;
+  if (status == 0) return bytes;
+  const bool isSlow = status > 0 && WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU;
   throw embedded::InputError(
-      "Graphviz cannot draw this process as " + iFormat +
-      " within a minute; name a station to draw it alone, or write a .dot file");
+      std::string(isSlow ? "Graphviz takes more than a minute to draw this process as "
+                         : "Graphviz cannot draw this process as ") +
+      iFormat + "; name an activity to draw it alone, or write a .dot file");
 }
 
 }  // namespace biwplan

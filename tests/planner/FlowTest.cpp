@@ -116,6 +116,15 @@ TEST_F(FlowTest, ConflictsAreMarked) {
   EXPECT_EQ(red, 6U);
 }
 
+TEST_F(FlowTest, RingsAreMarked) {
+  Begin();
+  DoAll({"update on", "add station ST20", "output ST10", "output ST20", "link ST10 ST20",
+         "link ST20 ST10"});
+  EXPECT_EQ(Do("flow --output @flow.dot").results,
+            "flow.dot: 2 stations, 4 flows, 4 welds, 4 on no activity; 1 conflict\n"
+            "  ST20: MA-2 contains what ST10 makes\n");
+}
+
 TEST_F(FlowTest, WhatCannotBeDrawnIsRefusedAndAnEmptyProcessIsDrawn) {
   folder_.Write("none.csv", "id,name\n");
   EXPECT_EQ(Do("new --parts @parts.csv --welds @welds.csv --process @none.csv").status, 0);
