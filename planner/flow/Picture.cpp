@@ -5,6 +5,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <graphviz/gvc.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -32,6 +33,8 @@ void Write(int pipe, const char* bytes, std::size_t count) {
   const int nowhere = ::open("/dev/null", O_RDWR);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nowhere, stream);
   for (const int signal : {SIGSEGV, SIGABRT, SIGFPE, SIGBUS, SIGXCPU}) std::signal(signal, SIG_DFL);
+  // Whoever waits for the picture may be interrupted.
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   const rlimit seconds{kMostSeconds, kMostSeconds + 5};
   const rlimit none{0, 0};
   ::setrlimit(RLIMIT_CPU, &seconds);
