@@ -75,7 +75,7 @@ export class Picker {
   private isLong(weld: Weld): boolean {
     return weld.shapes.some(({ geometry, matrix }) => {
       if (!geometry.boundingSphere) geometry.computeBoundingSphere();
-      return geometry.boundingSphere!.radius * matrix.getMaxScaleOnAxis() > weld.radius * 1.5;
+      return geometry.boundingSphere!.radius * matrix.getMaxScaleOnAxis() > weld.radius * 2;
     });
   }
 
