@@ -52,7 +52,9 @@ void Declare(CLI::App& app, Demand& demand) {
   app.add_option("--script", demand.script, "Runs the commands in this file.")->type_name("FILE");
   app.add_flag("--keep-going", demand.keepsGoing, "A script goes on after a command that fails.");
   app.add_flag("--echo", demand.isEchoed, "Shows each line of a script before its answer.");
-  app.add_option("--language", demand.language, "Of the warnings: en, de.")->type_name("CODE");
+  app.add_option("--language", demand.language, "Of the warnings: en, de.")
+      ->type_name("CODE")
+      ->check(CLI::IsMember({"en", "de"}));
   app.add_flag("--json", demand.isJson, "Answers in JSON, one object in one line.");
   app.add_flag("--trace", demand.isTraced, "Writes the library's trace lines among the messages.");
   app.add_flag("--version", demand.asksForVersion, "Prints the version.");
