@@ -7,6 +7,7 @@
 
 #include "host/values/Each.h"
 #include "planner/check/AssemblyCheck.h"
+#include "planner/check/LoadedParts.h"
 #include "planner/check/NearPoints.h"
 #include "planner/names/Names.h"
 #include "planner/report/Describe.h"
@@ -48,6 +49,7 @@ class DocumentCheck {
 
   std::vector<Finding> Run() {
     CheckAssignments();
+    CheckLoaded();
     for (const auto& weld : Each<ZefBaseUnknown>(welds_)) CheckSheets(weld);
     CheckDistances();
     for (const AssemblyFinding& finding : CheckAssemblies(document_)) {
@@ -60,7 +62,6 @@ class DocumentCheck {
   void Report(Finding finding) { findings_.push_back(std::move(finding)); }
 
   void CheckAssignments() {
-    std::vector<std::pair<ZefBaseUnknown_var, ZefBaseUnknown_var>> assigned;
     for (const auto& weld : Each<ZefBaseUnknown>(welds_)) {
       const Objects activities = ActivitiesOf(weld);
       const std::string name = NameOf(weld);
@@ -71,22 +72,31 @@ class DocumentCheck {
         Report({"several activities", name, NameOf(activities[1]), "",
                 name + " is on " + Listed(NamesOf(&activities)) + "; leave it on one of them"});
       }
-      for (const auto& activity : Each<ZefBaseUnknown>(activities)) {
-        assigned.emplace_back(weld, activity);
+    }
+  }
+
+  // Each weld on each of its activities with each of its parts.
+  void CheckLoaded() {
+    std::vector<LoadedQuestion> questions;
+    std::vector<ZefBaseUnknown_var> askedFor;
+    for (const auto& weld : Each<ZefBaseUnknown>(welds_)) {
+      const Objects parts = JoinedParts(weld);
+      for (const auto& activity : Each<ZefBaseUnknown>(ActivitiesOf(weld))) {
+        for (const auto& part : Each<ZefBaseUnknown>(parts)) {
+          questions.push_back({ObjectAs<Activity>(activity.Get()), part.Get()});
+          askedFor.push_back(weld);
+        }
       }
     }
-    for (const auto& [weld, activity] : assigned) CheckLoaded(weld, activity);
-  }
-
-  void CheckLoaded(const ZefBaseUnknown_var& weld, const ZefBaseUnknown_var& activity) {
-    const Objects& loaded = LoadedAt(activity);
-    for (const auto& part : Each<ZefBaseUnknown>(JoinedParts(weld))) {
-      if (loaded.Locate(part) == 0) ReportNotLoaded(weld, activity, part);
+    const std::vector<bool> isLoaded = AreLoaded(document_, questions);
+    for (std::size_t i = 0; i < questions.size(); ++i) {
+      if (!isLoaded[i]) ReportNotLoaded(askedFor[i], questions[i]);
     }
   }
 
-  void ReportNotLoaded(const ZefBaseUnknown_var& weld, const ZefBaseUnknown_var& activity,
-                       const ZefBaseUnknown_var& part) {
+  void ReportNotLoaded(const ZefBaseUnknown_var& weld, const LoadedQuestion& question) {
+    const ZefBaseUnknown_var activity = question.activity->Identity();
+    const ZefBaseUnknown_var part = question.part;
     const std::string where = NameOf(weld) + " on " + NameOf(activity) + " joins " + NameOf(part);
     const std::string later = ArrivalAfter(part);
     if (later.empty()) {
@@ -117,15 +127,6 @@ class DocumentCheck {
         arrivals_.emplace(part.Get(), activity->Key());
       }
     }
-  }
-
-  const Objects& LoadedAt(const ZefBaseUnknown_var& activity) {
-    const auto [entry, isNew] = loaded_.try_emplace(activity.Get());
-    if (isNew) {
-      Objects* list = &entry->second;
-      TuvBIWServices::GetLoadedParts(activity, list);
-    }
-    return entry->second;
   }
 
   void CheckSheets(const ZefBaseUnknown_var& weld) {
@@ -175,8 +176,7 @@ class DocumentCheck {
   const CheckOptions& options_;
   Objects welds_;
   std::vector<Finding> findings_;
-  // By activity and by part.
-  std::unordered_map<const ZefBaseUnknown*, Objects> loaded_;
+  // By part.
   std::unordered_map<const ZefBaseUnknown*, std::string> arrivals_;
 };
 
