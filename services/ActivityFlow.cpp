@@ -106,9 +106,10 @@ HRESULT TuvBIWServices::GetAllPredecessors(ZefISPPActivity_var iActivity,
     ZefListValZefBaseUnknown_var found;
     if (Failed(GetPredecessors(activity, found))) continue;
     for (int i = 1; i <= found.Size(); ++i) {
-      if (ioPredecessors.Locate(found[i], 1) != 0) continue;
-      ioPredecessors.Append(found[i]);
-      open.emplace_back(found[i]);
+      const ZefBaseUnknown_var predecessor = found[i];
+      if (ioPredecessors.Locate(predecessor, 1) != 0) continue;
+      ioPredecessors.Append(predecessor);
+      open.emplace_back(predecessor);
     }
   }
   return S_OK;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <unordered_set>
 #include <vector>
@@ -11,13 +13,24 @@
 enum class Onward { Below, Past, Stop };
 
 // Refuses to enter an object that is on the current path, so that rings end.
+// What is entered last is left first.
 class PathGuard {
  public:
-  bool Enter(const ZefBaseUnknown* iIdentity) { return onPath_.insert(iIdentity).second; }
-  void Leave(const ZefBaseUnknown* iIdentity) { onPath_.erase(iIdentity); }
+  bool Enter(const ZefBaseUnknown* iIdentity) {
+    if (std::find(begin_.begin(), begin_.end(), iIdentity) != begin_.end()) return false;
+    if (begin_.size() == kScanned) return rest_.insert(iIdentity).second;
+    begin_.push_back(iIdentity);
+    return true;
+  }
+  void Leave(const ZefBaseUnknown* iIdentity) {
+    if (rest_.erase(iIdentity) == 0) begin_.pop_back();
+  }
 
  private:
-  std::unordered_set<const ZefBaseUnknown*> onPath_;
+  // Most paths are short, and then a scan costs less than a set.
+  static constexpr std::size_t kScanned = 24;
+  std::vector<const ZefBaseUnknown*> begin_;
+  std::unordered_set<const ZefBaseUnknown*> rest_;
 };
 
 // For walks that end in another way.

@@ -15,18 +15,39 @@
 
 namespace embedded {
 
+class Activity;
 class ControlFlow;
 class ProductOutput;
+
+// An activity's place in the tree and in the flow, each beside the interface that is asked for it:
+// walks over many activities then touch little memory of each.
+class TreePlace : public ZefISPPChildManagement {
+ public:
+  const std::vector<Activity*>& Children() const { return children_; }
+
+ protected:
+  std::vector<Activity*> children_;
+};
+
+class FlowPlace : public ZefISPPFlowMgt {
+ public:
+  const std::vector<ControlFlow*>& FlowsIn() const { return flowsIn_; }
+  const std::vector<ControlFlow*>& FlowsOut() const { return flowsOut_; }
+
+ protected:
+  std::vector<ControlFlow*> flowsIn_;
+  std::vector<ControlFlow*> flowsOut_;
+};
 
 // A step of the process. The document owns activities and flows; the tree and the neighbours are
 // not counted. An activity that was removed from its document keeps its data and answers that it
 // has neither parent nor children nor flows.
 class Activity final
-    : public ComponentObject<ZefISPPActivity, ZefISPPActivityRoot, ZefISPPFlowMgt,
-                             ZefISPPChildManagement, ZefISPPItemMgt, ZefISpecObject, Linkable,
-                             Redrawable, Aliased, ZefISPPActivityModificationEvents,
-                             TuvIBIWActivity, TuvIBIWActivityWelding, TuvIBIWActivityCurveFastening,
-                             TuvIBIWItemInfo, TuvIRabBltCBSubscriber, TuvIRabBltMgr> {
+    : public ComponentObject<ZefISPPActivity, TreePlace, FlowPlace, ZefISPPActivityRoot,
+                             ZefISPPItemMgt, ZefISpecObject, Linkable, Redrawable, Aliased,
+                             ZefISPPActivityModificationEvents, TuvIBIWActivity,
+                             TuvIBIWActivityWelding, TuvIBIWActivityCurveFastening, TuvIBIWItemInfo,
+                             TuvIRabBltCBSubscriber, TuvIRabBltMgr> {
  public:
   Activity(const ActivityData& iData, bool iIsRoot, MembershipPointer iMembership);
   ~Activity() override;
@@ -72,9 +93,6 @@ class Activity final
   bool IsRoot() const { return isRoot_; }
   bool IsStation() const { return data_.role == ActivityData::Role::Station; }
   Activity* Parent() const { return parent_; }
-  const std::vector<Activity*>& Children() const { return children_; }
-  const std::vector<ControlFlow*>& FlowsIn() const { return flowsIn_; }
-  const std::vector<ControlFlow*>& FlowsOut() const { return flowsOut_; }
   const std::vector<Owned<ProductOutput>>& Outputs() const { return outputs_; }
   const LinkList& Links() const { return links_; }
   // The links that join the item to this activity, oldest first.
@@ -103,14 +121,11 @@ class Activity final
   // The activity and the activities nested in it that are no stations, parents first.
   std::vector<const Activity*> OwnScope() const;
 
-  ActivityData data_;
-  bool isRoot_;
   Activity* parent_ = nullptr;
-  std::vector<Activity*> children_;
-  std::vector<ControlFlow*> flowsIn_;
-  std::vector<ControlFlow*> flowsOut_;
   std::vector<Owned<ProductOutput>> outputs_;
   LinkList links_;
+  ActivityData data_;
+  bool isRoot_;
   Owned<ActivityContainer> container_;
   ItemChangeCallback onItemChange_;
   bool blocked_ = false;

@@ -14,10 +14,11 @@ ZefListValZefBaseUnknown_var Neighbours(const std::vector<ControlFlow*>& flows,
                                         const ZefUnicodeString& type, const End& end) {
   ZefListValZefBaseUnknown_var neighbours;
   if (FaultPoint::Strikes()) return neighbours;
+  const bool isOfAnyKind = type == "Activity";
   for (const ControlFlow* const flow : flows) {
     Activity* const neighbour = end(*flow);
     const ZefBaseUnknown_var identity = neighbour->Identity();
-    if (!neighbour->GetMetaObject()->IsAKindOf(type)) continue;
+    if (!isOfAnyKind && !neighbour->GetMetaObject()->IsAKindOf(type)) continue;
     if (neighbours.Locate(identity) == 0) neighbours.Append(identity);
   }
   return neighbours;

@@ -62,7 +62,7 @@ HRESULT Activity::AddItemLink(ZefBaseUnknown*& oLink, const ZefISPPItem_var& iIt
     return link->GetSelector() == ItemLink::FirstAssigned;
   });
   ItemLink* const link = Link(item, iSelector);
-  link->details = {iSource, iName.Bytes(), iFixed};
+  link->SetDetails({iSource, iName.Bytes(), iFixed});
   oLink = ZefBaseUnknown_var(link->Identity()).Detach();
   ItemsChanged();
   if (isNew && iSelector == ItemLink::FirstAssigned) {

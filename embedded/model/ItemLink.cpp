@@ -1,5 +1,7 @@
 #include "embedded/model/ItemLink.h"
 
+#include <utility>
+
 #include "embedded/model/Activity.h"
 #include "embedded/model/Facets.h"
 #include "embedded/model/ObjectClass.h"
@@ -31,6 +33,16 @@ ZefBaseUnknown* ItemLink::GetFather() {
 
 HRESULT ItemLink::GetFeatContainer(ZefIContainer_var& oContainer) {
   return activity_ ? activity_->GetFeatContainer(oContainer) : E_FAIL;
+}
+
+const ItemLink::Details& ItemLink::OwnDetails() const {
+  static const Details none;
+  return details_ ? *details_ : none;
+}
+
+void ItemLink::SetDetails(Details iDetails) {
+  const bool isPlain = !iDetails.source && iDetails.name.empty() && iDetails.fixed == 0;
+  details_ = isPlain ? nullptr : std::make_unique<const Details>(std::move(iDetails));
 }
 
 void ItemLink::Detach() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "host/component/ComponentObject.h"
@@ -32,13 +33,14 @@ class ItemLink : public ComponentObject<ZefISPPActivitySpecification, ZefISpecOb
   Linkable* Target() const { return target_; }
   int GetSelector() const { return selector_; }
 
-  // What the link was made with besides.
+  // What a link may be made with besides; few links are.
   struct Details {
-    ZefBaseUnknown_var source;
-    std::string name;
+    ZefBaseUnknown_var source{};
+    std::string name{};
     int fixed = 0;
   };
-  Details details;
+  const Details& OwnDetails() const;
+  void SetDetails(Details iDetails);
 
   // Ends the link on both sides; the feature keeps its item.
   void Detach();
@@ -49,6 +51,7 @@ class ItemLink : public ComponentObject<ZefISPPActivitySpecification, ZefISpecOb
   Activity* activity_;
   ZefBaseUnknown_var item_;
   Linkable* target_;
+  std::unique_ptr<const Details> details_;
   int selector_;
 };
 

@@ -304,12 +304,13 @@ void DocumentWriter::Write(const ItemLink& link) {
     json_.Key("selector");
     json_.Integer(link.GetSelector());
   }
-  OptionalField("name", link.details.name);
-  if (link.details.fixed != 0) {
+  const ItemLink::Details& details = link.OwnDetails();
+  OptionalField("name", details.name);
+  if (details.fixed != 0) {
     json_.Key("fixed");
-    json_.Integer(link.details.fixed);
+    json_.Integer(details.fixed);
   }
-  if (link.details.source) WriteSource(link.details.source.Get());
+  if (details.source) WriteSource(details.source.Get());
 }
 
 // An output that was removed since then is nothing that the file could name.

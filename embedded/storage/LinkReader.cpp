@@ -86,15 +86,17 @@ void ReadLink(const NamedObjects& names, const JsonValue& value) {
   ItemLink& link =
       *activity.Link(item, selector ? selector->Integer(kLowestInteger, kHighestInteger)
                                     : static_cast<int>(ItemLink::Plain));
-  link.details.name = ReadOptionalText(object, "name");
+  ItemLink::Details details;
+  details.name = ReadOptionalText(object, "name");
   if (const auto fixed = object.Find("fixed")) {
-    link.details.fixed = fixed->Integer(kLowestInteger, kHighestInteger);
+    details.fixed = fixed->Integer(kLowestInteger, kHighestInteger);
   }
   if (const auto source = object.Find("source")) {
     const JsonValue::Range members = source->Members();
     const bool isOutput = !members.IsEmpty() && (*members.begin()).Key() == "output";
-    link.details.source = isOutput ? OutputAt(names, *source).Identity() : names.Referred(*source);
+    details.source = isOutput ? OutputAt(names, *source).Identity() : names.Referred(*source);
   }
+  link.SetDetails(std::move(details));
   object.RequireNothingElse();
 }
 

@@ -18,13 +18,16 @@ class SelectiveObject {
 
  protected:
   ~SelectiveObject() = default;
+  // A bit for each position in the class's table.
+  std::uint64_t withheld_ = 0;
 };
 
 // Base of an object with several interfaces, listed once: `class Part : public
 // ComponentObject<ZefIProduct, ZefISPPItem>`. It gives the object one identity, one count and one
-// query; the class adds GetMetaObject and the operations.
+// query; the class adds GetMetaObject and the operations. What a query reads stands together at the
+// beginning of the object.
 template <class Primary, class... Others>
-class ComponentObject : public Primary, public Others..., public SelectiveObject {
+class ComponentObject : public Primary, public SelectiveObject, public Others... {
  public:
   // The object as its root interface; the conversion itself would be ambiguous.
   ZefBaseUnknown* Identity() { return static_cast<Primary*>(this); }
@@ -95,8 +98,6 @@ class ComponentObject : public Primary, public Others..., public SelectiveObject
   std::ptrdiff_t OffsetOf(void* place) const {
     return static_cast<char*>(place) - reinterpret_cast<const char*>(this);
   }
-
-  std::uint64_t withheld_ = 0;
 };
 
 // Makes an object answer one of its class's interfaces or withhold it. False when the object is

@@ -1,10 +1,11 @@
 #include "host/values/ZefListValZefBaseUnknown_var.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace {
 constexpr int kSmall = 32;
+// A list that is looked through so often is worth an index, which costs more than one scan.
+constexpr int kScansBeforeIndex = 2;
 }
 
 ZefListValZefBaseUnknown_var::ZefListValZefBaseUnknown_var(int iCapacity) {
@@ -19,7 +20,7 @@ ZefBaseUnknown_var ZefListValZefBaseUnknown_var::operator[](int iPosition) const
 void ZefListValZefBaseUnknown_var::Append(const ZefBaseUnknown_var& iElement) {
   // The query gives the identity, whichever interface the handle was adopted with.
   elements_.emplace_back(iElement.Get());
-  if (indexed_) index_.try_emplace(elements_.back().Get(), Size());
+  if (indexed_) indexed_ = index_.Add(elements_.back().Get(), Size(), ElementAt());
 }
 
 void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iList) {
@@ -28,14 +29,16 @@ void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iL
 }
 
 int ZefListValZefBaseUnknown_var::Locate(const ZefBaseUnknown_var& iElement, int iStart) const {
-  if (Size() <= kSmall) return Scan(IdentityOf(iElement.Get()), iStart);
+  if (Size() <= kSmall || (!indexed_ && scans_++ < kScansBeforeIndex)) {
+    return Scan(IdentityOf(iElement.Get()), iStart);
+  }
   if (!indexed_) BuildIndex();
   // A handle mostly holds the identity: then the object, which may be far in memory, is not
   // touched.
-  auto found = index_.find(iElement.Get());
-  if (found == index_.end()) found = index_.find(IdentityOf(iElement.Get()));
-  if (found == index_.end()) return 0;
-  return found->second >= iStart ? found->second : Scan(found->first, iStart);
+  int found = index_.Find(iElement.Get(), ElementAt());
+  if (found == 0) found = index_.Find(IdentityOf(iElement.Get()), ElementAt());
+  if (found == 0 || found >= iStart) return found;
+  return Scan(ElementAt()(found), iStart);
 }
 
 void ZefListValZefBaseUnknown_var::RemoveValue(const ZefBaseUnknown_var& iElement) {
@@ -45,8 +48,7 @@ void ZefListValZefBaseUnknown_var::RemoveValue(const ZefBaseUnknown_var& iElemen
 void ZefListValZefBaseUnknown_var::RemovePosition(int iPosition) {
   if (iPosition < 1 || iPosition > Size()) return;
   if (indexed_ && iPosition == Size()) {
-    const auto entry = index_.find(elements_.back().Get());
-    if (entry->second == iPosition) index_.erase(entry);
+    index_.Drop(elements_.back().Get(), iPosition, ElementAt());
   } else {
     indexed_ = false;
   }
@@ -81,10 +83,8 @@ int ZefListValZefBaseUnknown_var::Scan(const ZefBaseUnknown* element, int start)
 }
 
 void ZefListValZefBaseUnknown_var::BuildIndex() const {
-  index_.clear();
-  index_.reserve(elements_.size());
-  for (int i = 1; i <= Size(); ++i) {
-    index_.try_emplace(elements_[static_cast<std::size_t>(i - 1)].Get(), i);
-  }
+  index_.Reset(elements_.size());
+  for (int i = 1; i <= Size(); ++i) index_.Add(ElementAt()(i), i, ElementAt());
   indexed_ = true;
+  scans_ = 0;
 }

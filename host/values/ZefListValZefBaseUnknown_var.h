@@ -1,9 +1,10 @@
 #pragma once
 
-#include <unordered_map>
+#include <cstddef>
 #include <vector>
 
 #include "host/component/Handle.h"
+#include "host/values/PositionIndex.h"
 
 // List of handles. Positions count from 1. It may hold null handles and one object several times;
 // elements are equal when they are the same object. Reading past either end answers a null handle.
@@ -42,11 +43,15 @@ class ZefListValZefBaseUnknown_var {
 
  private:
   int Scan(const ZefBaseUnknown* element, int start) const;
+  auto ElementAt() const {
+    return [this](int position) { return elements_[static_cast<std::size_t>(position - 1)].Get(); };
+  }
   void BuildIndex() const;
 
   std::vector<ZefBaseUnknown_var> elements_;
-  // First position of each object; made by the first look-up in a large list, kept while elements
-  // are only added or taken from the end.
-  mutable std::unordered_map<const ZefBaseUnknown*, int> index_;
+  // First position of each object; made once a large list was looked through a few times, kept
+  // while elements are only added or taken from the end.
+  mutable PositionIndex index_;
   mutable bool indexed_ = false;
+  mutable int scans_ = 0;
 };

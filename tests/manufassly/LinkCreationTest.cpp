@@ -34,9 +34,9 @@ TEST_F(LinkCreationTest, AFlowHandsTheAssemblyOnAndLeavesThePartsWhereTheyAre) {
   EXPECT_EQ(line.Warnings(), Strings{});
   const auto links = line.At("B").LinksOf(line.Item("MA-A").Get());
   ASSERT_EQ(links.size(), 1u);
-  EXPECT_TRUE(links[0]->details.source == line.At("A").Outputs()[0]->Identity());
-  EXPECT_EQ(links[0]->details.fixed, 1);
-  EXPECT_EQ(links[0]->details.name, "");
+  EXPECT_TRUE(links[0]->OwnDetails().source == line.At("A").Outputs()[0]->Identity());
+  EXPECT_EQ(links[0]->OwnDetails().fixed, 1);
+  EXPECT_EQ(links[0]->OwnDetails().name, "");
 }
 
 TEST_F(LinkCreationTest, AFlowThatComesBetweenWithdrawsTheAssemblyFromTheActivityAfterTheNext) {

@@ -103,11 +103,11 @@ TEST_F(ProductOutputsTest, EveryItemIsLinkedOnceForEachTimeItIsListedAsFirstAssi
   EXPECT_EQ(Names(products), (Strings{"P1", "null", "P3", "Process", "P2", "P1", "MA"}));
   EXPECT_EQ(Names(*std::unique_ptr<List>(station.GetItems("Item", 2))),
             (Strings{"P2", "P1", "P2", "P1", "MA"}));
-  EXPECT_EQ(Links().back()->details.source, output);
-  EXPECT_EQ(Links()[1]->details.source, nullptr);
+  EXPECT_EQ(Links().back()->OwnDetails().source, output);
+  EXPECT_EQ(Links()[1]->OwnDetails().source, nullptr);
   for (const std::size_t i : {1u, 4u}) {
-    EXPECT_EQ(Links()[i]->details.name, "");
-    EXPECT_EQ(Links()[i]->details.fixed, 1);
+    EXPECT_EQ(Links()[i]->OwnDetails().name, "");
+    EXPECT_EQ(Links()[i]->OwnDetails().fixed, 1);
   }
 }
 

@@ -96,9 +96,9 @@ void AddLinks(Document& document) {
   op20.Link(document.FindProduct("DOOR")->Identity(), ItemLink::FirstAssigned);
   op10.Link(op20.Identity(), ItemLink::Plain);
   const ZefBaseUnknown_var assembly = document.FindAssembly("MA-9")->Identity();
-  op20.Link(assembly, ItemLink::FirstAssigned)->details = {op10.Outputs().front()->Identity(),
-                                                           "part", 1};
-  op10.Link(assembly, ItemLink::Plain)->details.source = feature("SEAM");
+  op20.Link(assembly, ItemLink::FirstAssigned)
+      ->SetDetails({op10.Outputs().front()->Identity(), "part", 1});
+  op10.Link(assembly, ItemLink::Plain)->SetDetails({.source = feature("SEAM")});
 }
 
 }  // namespace
