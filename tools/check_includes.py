@@ -33,7 +33,12 @@ SEAMS = {
     r"histedit\.h|editline/": ("planner/",),
     r"gtest/|gmock/": ("tests/",),
     r"benchmark/": ("bench/",),
-    r"boost/": ("bench/", "planner/check/NearPoints", "planner/scene/Page"),
+    r"boost/": (
+        "bench/",
+        "planner/check/NearPoints",
+        "planner/check/LoadedParts",
+        "planner/scene/Page",
+    ),
     r"assimp/": ("planner/scene/MeshFile",),
     r"tiny_gltf": ("planner/scene/Glb",),
 }

@@ -6,7 +6,7 @@ namespace {
 constexpr int kSmall = 32;
 // A list that is looked through so often is worth an index, which costs more than one scan.
 constexpr int kScansBeforeIndex = 2;
-}
+}  // namespace
 
 ZefListValZefBaseUnknown_var::ZefListValZefBaseUnknown_var(int iCapacity) {
   if (iCapacity > 0) elements_.reserve(static_cast<std::size_t>(iCapacity));
