@@ -178,11 +178,13 @@ class TUV_EXPORT TuvBIWServices : public ZefBaseUnknown {
   static HRESULT KoraWeldJointedPartsInList(TuvIBIWFastener* iWeld,
                                             ZefListValZefBaseUnknown_var* iParts);
   // With the part-load constraint on, takes out the fasteners whose parts are not loaded at the
-  // activity; of an "endo" fastener one loaded part is enough. Other elements stay.
+  // activity; of an "endo" fastener one loaded part is enough. Other elements stay, unless nothing
+  // at all is loaded: then the list ends empty.
   static void ValidateListOfFastenersForAssignmentToActivity(
       ZefListValZefBaseUnknown_var& ioFasteners, ZefISPPActivity_var iActivity);
   // Whether the fastener belongs to a process version that goes with the activity's. 1 outside of a
-  // process database, and for a fastener without version.
+  // process database, and for a fastener without version; 0 when the fastener's document or its
+  // environment is not known.
   static int IsValidProcessVersion(const ZefISPPActivity_var& iActivity,
                                    TuvIBIWFastener_var& iFastener);
 

@@ -26,7 +26,8 @@ class BlockedCallbacks {
   explicit BlockedCallbacks(ZefISPPActivity* activity) : subscriber_(activity) {
     if (subscriber_) subscriber_->SetCallbacksBlocked(1);
   }
-  ~BlockedCallbacks() {
+  // What a host raises here passes to the caller.
+  ~BlockedCallbacks() noexcept(false) {
     if (subscriber_) subscriber_->SetCallbacksBlocked(0);
   }
   BlockedCallbacks(const BlockedCallbacks&) = delete;

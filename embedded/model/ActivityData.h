@@ -18,7 +18,8 @@ struct ActivityData {
   Role role = Role::Operation;
   Task task = Task::None;
 
-  // Cycle time: a fixed part, a time for each spot weld, and the seams' lengths over a speed.
+  // Cycle time: what welds takes a fixed time and a time for each spot weld, what makes seams their
+  // lengths over a speed.
   double fixedSeconds = 12.0;
   double secondsPerWeld = 3.0;
   double speedMmPerSecond = 15.0;

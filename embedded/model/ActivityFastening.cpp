@@ -6,7 +6,7 @@ namespace embedded {
 int Activity::IsValidFastener(const TuvIBIWFastener_var& iFastener) {
   if (FaultPoint::Strikes()) return 0;
   using Task = ActivityData::Task;
-  const bool isCurve = ObjectAs<CurveFastener>(iFastener.Get()) != nullptr;
+  const bool isCurve = static_cast<bool>(TuvIBIWCurveFastener_var(iFastener));
   if (data_.task == Task::Welding) return isCurve ? 0 : 1;
   if (data_.task == Task::CurveFastening) return isCurve ? 1 : 0;
   return 1;
@@ -14,15 +14,21 @@ int Activity::IsValidFastener(const TuvIBIWFastener_var& iFastener) {
 
 HRESULT Activity::UpdateCycleTime() {
   if (FaultPoint::Strikes()) return E_FAIL;
-  const double curves = data_.speedMmPerSecond > 0 ? CurveLength() / data_.speedMmPerSecond : 0.0;
-  cycleTime_ = data_.fixedSeconds + data_.secondsPerWeld * CountSpotWelds() + curves;
+  using Task = ActivityData::Task;
+  const bool welds = data_.task == Task::Welding || data_.task == Task::Both;
+  const bool makesSeams = data_.task == Task::CurveFastening || data_.task == Task::Both;
+  cycleTime_ = 0;
+  if (welds) cycleTime_ += data_.fixedSeconds + data_.secondsPerWeld * CountSpotWelds();
+  if (makesSeams && data_.speedMmPerSecond > 0) {
+    cycleTime_ += CurveLength() / data_.speedMmPerSecond;
+  }
   return S_OK;
 }
 
 int Activity::CountSpotWelds() const {
   int count = 0;
   links_.ForEach([&](const ItemLink& link) {
-    if (ObjectAs<SpotWeld>(link.Item().Get())) ++count;
+    if (TuvISpotWeld_var(link.Item())) ++count;
   });
   return count;
 }

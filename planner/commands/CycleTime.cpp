@@ -17,7 +17,7 @@ class CycleTime : public Command {
     ioSyntax.Optional(NameKind::Activity, "ACTIVITY", name_, "All activities when none is named.");
     ioSyntax.Note(
         "Activities that weld take a fixed time and a time for each spot weld; those that\n"
-        "make seams a fixed time and the seams' lengths over a speed.");
+        "make seams the seams' lengths over a speed.");
   }
 
   Answer Run(Session& ioSession) override {
