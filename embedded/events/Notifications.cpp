@@ -1,6 +1,7 @@
 #include "embedded/events/Notifications.h"
 
 #include <deque>
+#include <exception>
 #include <utility>
 
 #include "host/component/Callbacks.h"
@@ -25,14 +26,10 @@ Queue& TheQueue() {
   return queue;
 }
 
-// Ends the delivery also when a handler throws; what is still queued then is dropped.
 class Delivery {
  public:
   Delivery() { TheQueue().delivering = true; }
-  ~Delivery() {
-    TheQueue().delivering = false;
-    TheQueue().pending.clear();
-  }
+  ~Delivery() { TheQueue().delivering = false; }
   Delivery(const Delivery&) = delete;
   Delivery& operator=(const Delivery&) = delete;
 };
@@ -45,12 +42,19 @@ void Notify(ZefSPPActivityNotificationDispatcher* iDispatcher, int iKind, ZefBas
   Queue& queue = TheQueue();
   queue.pending.push_back({iDispatcher, Make<ZefSPPActivityNotification>(iFather, iSon, iKind)});
   if (queue.delivering) return;
+  // What the first handler raises passes on once all is delivered.
+  std::exception_ptr raised;
   const Delivery delivery;
   while (!queue.pending.empty()) {
     const Pending next = std::move(queue.pending.front());
     queue.pending.pop_front();
-    Deliver(next.dispatcher, next.dispatcher->GetSPPViewsChange(), next.notification);
+    try {
+      Deliver(next.dispatcher, next.dispatcher->GetSPPViewsChange(), next.notification);
+    } catch (...) {
+      if (!raised) raised = std::current_exception();
+    }
   }
+  if (raised) std::rethrow_exception(raised);
 }
 
 }  // namespace embedded

@@ -55,6 +55,19 @@ ZefMetaClass* MetaObjectOf(Document::Kind kind) {
   return &both;
 }
 
+// The activity and all below it, each behind those below it.
+std::vector<Activity*> FromBelow(Activity& activity) {
+  std::vector<Activity*> found;
+  std::vector<Activity*> open{&activity};
+  while (!open.empty()) {
+    found.push_back(open.back());
+    open.pop_back();
+    open.insert(open.end(), found.back()->Children().begin(), found.back()->Children().end());
+  }
+  std::reverse(found.begin(), found.end());
+  return found;
+}
+
 }  // namespace
 
 Document::Document(Kind iKind, const std::string& iRootKey)
@@ -131,18 +144,17 @@ void Document::RemoveActivity(Activity& iActivity) {
   RequireOwn(iActivity);
   if (iActivity.IsRoot()) throw InputError("The root activity cannot be removed.");
   const Owned<Activity> kept(&iActivity);
-  Notify(Dispatcher(), ZefSPPActivityNotification::LinkRemoved, iActivity.parent_->Identity(),
-         iActivity.Identity());
-  std::vector<Activity*> below{&iActivity};
-  for (std::size_t i = 0; i < below.size(); ++i) {
-    below.insert(below.end(), below[i]->children_.begin(), below[i]->children_.end());
+  const std::vector<Activity*> removed = FromBelow(iActivity);
+  for (Activity* const activity : removed) {
+    Notify(Dispatcher(), ZefSPPActivityNotification::LinkRemoved, activity->parent_->Identity(),
+           activity->Identity());
   }
-  for (Activity* const activity : below) {
+  for (Activity* const activity : removed) {
     while (!activity->flowsIn_.empty()) RemoveFlow(*activity->flowsIn_.front());
     while (!activity->flowsOut_.empty()) RemoveFlow(*activity->flowsOut_.front());
   }
   std::erase(iActivity.parent_->children_, &iActivity);
-  for (Activity* const activity : below) DetachActivity(*activity);
+  for (Activity* const activity : removed) DetachActivity(*activity);
 }
 
 void Document::DetachActivity(Activity& iActivity) {

@@ -120,7 +120,7 @@ TEST_F(NotificationsTest, BlockingItemCallbacksSwallowsNoNotification) {
   EXPECT_EQ(listener->lines, Strings{"17 A P"});
 }
 
-TEST_F(NotificationsTest, AHandlerThatThrowsLeavesTheQueueUsable) {
+TEST_F(NotificationsTest, AHandlerThatThrowsLosesNoNotification) {
   listener->reaction = [&](ZefSPPActivityNotification&) {
     --listener->inside;
     DropPart(*b);
@@ -129,7 +129,16 @@ TEST_F(NotificationsTest, AHandlerThatThrowsLeavesTheQueueUsable) {
   EXPECT_THROW(DropPart(*a), ZefNullHandleException);
   listener->reaction = nullptr;
   document->AddFlow(*a, *b);
-  EXPECT_EQ(listener->lines, (Strings{"17 A P", "30 - ControlFlow"}));
+  EXPECT_EQ(listener->lines, (Strings{"17 A P", "17 B P", "30 - ControlFlow"}));
+}
+
+TEST_F(NotificationsTest, WhatIsBelowARemovedActivityIsToldOfFirst) {
+  Activity& inner = document->AddActivity(*b, {.key = "INNER"});
+  document->AddActivity(inner, {.key = "INMOST"});
+  document->AddActivity(*b, {.key = "LAST"});
+  document->RemoveActivity(*b);
+  EXPECT_EQ(listener->lines,
+            (Strings{"29 INNER INMOST", "29 B INNER", "29 B LAST", "29 Process B"}));
 }
 
 }  // namespace

@@ -106,6 +106,27 @@ TEST_F(UpdateTest, TheWeldsOfARemovedActivityAreShownUnassigned) {
   EXPECT_EQ(other.DisplayStatus(), 4);
 }
 
+TEST_F(UpdateTest, RemovingWhatHoldsAStationWithdrawsItsAssemblyAndItsWelds) {
+  embedded::Document& document = *line.plant.Document();
+  embedded::Activity& zone = document.AddActivity(line.plant.Root(), {.key = "ZONE"});
+  embedded::Activity& operation = document.AddActivity(zone, {.key = "OP"});
+  document.AddActivity(zone, {.key = "S", .role = embedded::ActivityData::Role::Station});
+  auto& weld = line.plant.Weld("SW-1");
+  weld.SetDisplayStatus(4, 1);
+  line.plant.Assign(operation, weld);
+  EXPECT_EQ(At("A")->AddWeldColorUpdateCallback(), S_OK);
+  line.Output("S");
+  line.Output("B");
+  line.Link("ZONE", "B");
+  line.Drop("P1", "S");
+  ASSERT_EQ(line.Children("B"), Strings{"MA-S"});
+  document.RemoveActivity(zone);
+  EXPECT_EQ(line.FirstAssigned("B"), Strings{});
+  EXPECT_EQ(line.Children("B"), Strings{});
+  EXPECT_EQ(weld.DisplayStatus(), 1);
+  EXPECT_EQ(line.OutOfStep(), Strings{});
+}
+
 TEST_F(UpdateTest, NamesOfWhatHasNoneAreEmpty) {
   auto& update = line.Update();
   EXPECT_EQ(update.GetNameOfActivity(line.At("A").Identity()), "A");
