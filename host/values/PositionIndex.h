@@ -10,6 +10,9 @@
 // a map of nodes would not be.
 class PositionIndex {
  public:
+  // Not before Reset, nor after the index was moved from.
+  bool IsBuilt() const { return !slots_.empty(); }
+  void Clear() { slots_.clear(); }
   // Empties the index and makes room for `iSize` pointers.
   void Reset(std::size_t iSize) {
     slots_.assign(std::bit_ceil(2 * iSize + 64), kFree);

@@ -20,7 +20,8 @@ ZefBaseUnknown_var ZefListValZefBaseUnknown_var::operator[](int iPosition) const
 void ZefListValZefBaseUnknown_var::Append(const ZefBaseUnknown_var& iElement) {
   // The query gives the identity, whichever interface the handle was adopted with.
   elements_.emplace_back(iElement.Get());
-  if (indexed_) indexed_ = index_.Add(elements_.back().Get(), Size(), ElementAt());
+  if (!index_.IsBuilt()) return;
+  if (!index_.Add(elements_.back().Get(), Size(), ElementAt())) index_.Clear();
 }
 
 void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iList) {
@@ -29,10 +30,10 @@ void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iL
 }
 
 int ZefListValZefBaseUnknown_var::Locate(const ZefBaseUnknown_var& iElement, int iStart) const {
-  if (Size() <= kSmall || (!indexed_ && scans_++ < kScansBeforeIndex)) {
+  if (Size() <= kSmall || (!index_.IsBuilt() && scans_++ < kScansBeforeIndex)) {
     return Scan(IdentityOf(iElement.Get()), iStart);
   }
-  if (!indexed_) BuildIndex();
+  if (!index_.IsBuilt()) BuildIndex();
   // A handle mostly holds the identity: then the object, which may be far in memory, is not
   // touched.
   int found = index_.Find(iElement.Get(), ElementAt());
@@ -47,22 +48,22 @@ void ZefListValZefBaseUnknown_var::RemoveValue(const ZefBaseUnknown_var& iElemen
 
 void ZefListValZefBaseUnknown_var::RemovePosition(int iPosition) {
   if (iPosition < 1 || iPosition > Size()) return;
-  if (indexed_ && iPosition == Size()) {
+  if (index_.IsBuilt() && iPosition == Size()) {
     index_.Drop(elements_.back().Get(), iPosition, ElementAt());
   } else {
-    indexed_ = false;
+    index_.Clear();
   }
   elements_.erase(elements_.begin() + (iPosition - 1));
 }
 
 void ZefListValZefBaseUnknown_var::Remove(const ZefListValZefBaseUnknown_var& iList) {
   const ZefListValZefBaseUnknown_var removed(iList);
-  indexed_ = false;
+  index_.Clear();
   std::erase_if(elements_, [&](const auto& element) { return removed.Locate(element) != 0; });
 }
 
 void ZefListValZefBaseUnknown_var::RemoveAll() {
-  indexed_ = false;
+  index_.Clear();
   elements_.clear();
 }
 
@@ -85,6 +86,5 @@ int ZefListValZefBaseUnknown_var::Scan(const ZefBaseUnknown* element, int start)
 void ZefListValZefBaseUnknown_var::BuildIndex() const {
   index_.Reset(elements_.size());
   for (int i = 1; i <= Size(); ++i) index_.Add(ElementAt()(i), i, ElementAt());
-  indexed_ = true;
   scans_ = 0;
 }

@@ -52,6 +52,5 @@ class ZefListValZefBaseUnknown_var {
   // First position of each object; made once a large list was looked through a few times, kept
   // while elements are only added or taken from the end.
   mutable PositionIndex index_;
-  mutable bool indexed_ = false;
   mutable int scans_ = 0;
 };

@@ -95,7 +95,10 @@ TEST_F(ListTest, RandomOperationsGiveWhatAPlainModelGives) {
     } else if (operation < 99) {
       list.Append(ListOf(some));
       model.insert(model.end(), some.begin(), some.end());
-      list = List(list);
+      List taken = std::move(list);
+      list.Append(some[0]);
+      EXPECT_TRUE(list.Size() == 1 && list.Locate(some[0]) == 1);
+      list = std::move(taken);
     } else if (list.Size() > 150) {
       list.RemoveAll();
       model.clear();
