@@ -1,5 +1,6 @@
 #include "embedded/Application.h"
 
+#include <new>
 #include <utility>
 
 #include "embedded/scene/Place.h"
@@ -101,10 +102,14 @@ HRESULT Application::CreateMfgAssembly(ZefDocument* iDocument, TuvIMfgAssembly**
   ZefDocument* const asked = iDocument || !current_ ? iDocument : current_->GetDocument();
   auto* const document = ObjectAs<Document>(asked);
   if (!oAssembly || (asked && !document) || FaultPoint::Strikes()) return E_FAIL;
-  const auto assembly = document ? Owned<MfgAssembly>(&document->AddAssembly())
-                                 : MakeOwned<MfgAssembly>("MA", MembershipPointer());
-  *oAssembly = Handle<TuvIMfgAssembly>(assembly->Identity()).Detach();
-  return S_OK;
+  try {
+    const auto assembly = document ? Owned<MfgAssembly>(&document->AddAssembly())
+                                   : MakeOwned<MfgAssembly>("MA", MembershipPointer());
+    *oAssembly = Handle<TuvIMfgAssembly>(assembly->Identity()).Detach();
+    return S_OK;
+  } catch (const std::bad_alloc&) {
+    return E_FAIL;
+  }
 }
 
 }  // namespace embedded

@@ -79,7 +79,8 @@ HRESULT Activity::GetFeatContainer(ZefIContainer_var& oContainer) {
     oContainer = OwnDocument()->RootContainerObject();
     return S_OK;
   }
-  if (!container_) container_ = MakeOwned<ActivityContainer>(this);
+  if (!container_) container_ = TryMakeOwned<ActivityContainer>(this);
+  if (!container_) return E_FAIL;
   oContainer = container_->Identity();
   return S_OK;
 }

@@ -115,6 +115,8 @@ class Activity final
 
   // Null once the document ended.
   ZefSPPActivityNotificationDispatcher* GetOwnDispatcher() const;
+  // As Link; null when memory is exhausted.
+  ItemLink* TryLink(const ZefBaseUnknown_var& iItem, int iSelector);
   void ItemsChanged();
   double CurveLength() const;
   int CountSpotWelds() const;

@@ -62,7 +62,8 @@ HRESULT Activity::GetItemSource(ZefBaseUnknown*& oSource, const ZefISPPItem_var&
 
 HRESULT Activity::AddProductOutput(ZefISPPProductIO*& oOutput, const ZefISPPItem_var& iItem) {
   if (FaultPoint::Strikes()) return E_FAIL;
-  const Owned<ProductOutput> output = MakeOwned<ProductOutput>(this);
+  const Owned<ProductOutput> output = TryMakeOwned<ProductOutput>(this);
+  if (!output) return E_FAIL;
   outputs_.push_back(output);
   oOutput = output.Get();
   oOutput->AddRef();

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "embedded/events/Notifications.h"
@@ -23,7 +24,7 @@ bool IsPartOrAssembly(const ZefBaseUnknown_var& item) {
 
 HRESULT Activity::AddItem(const ZefBaseUnknown_var& iItem, ZefBaseUnknown_var& oItem) {
   if (!iItem || FaultPoint::Strikes()) return E_FAIL;
-  Link(iItem, ItemLink::Plain);
+  if (!TryLink(iItem, ItemLink::Plain)) return E_FAIL;
   oItem = iItem;
   ItemsChanged();
   return S_OK;
@@ -61,7 +62,8 @@ HRESULT Activity::AddItemLink(ZefBaseUnknown*& oLink, const ZefISPPItem_var& iIt
   const bool isNew = std::none_of(before.begin(), before.end(), [](const ItemLink* link) {
     return link->GetSelector() == ItemLink::FirstAssigned;
   });
-  ItemLink* const link = Link(item, iSelector);
+  ItemLink* const link = TryLink(item, iSelector);
+  if (!link) return E_FAIL;
   link->SetDetails({iSource, iName.Bytes(), iFixed});
   oLink = ZefBaseUnknown_var(link->Identity()).Detach();
   ItemsChanged();
@@ -73,9 +75,15 @@ HRESULT Activity::AddItemLink(ZefBaseUnknown*& oLink, const ZefISPPItem_var& iIt
 }
 
 ItemLink* Activity::Link(const ZefBaseUnknown_var& iItem, int iSelector) {
-  Owned<ItemLink> link = MakeOwned<ItemLink>(this, iItem.Get(), iSelector);
+  ItemLink* const link = TryLink(iItem, iSelector);
+  if (!link) throw std::bad_alloc();
+  return link;
+}
+
+ItemLink* Activity::TryLink(const ZefBaseUnknown_var& iItem, int iSelector) {
+  Owned<ItemLink> link = TryMakeOwned<ItemLink>(this, iItem.Get(), iSelector);
   ItemLink* const added = link.Get();
-  links_.Add(std::move(link));
+  if (added) links_.Add(std::move(link));
   return added;
 }
 

@@ -23,7 +23,9 @@ class FlowEnd : public ComponentObject<ZefISPPFlowEnd> {
 
 HRESULT GiveEnd(Activity& activity, ZefISPPFlowEnd_var& end) {
   if (FaultPoint::Strikes()) return E_FAIL;
-  end = MakeOwned<FlowEnd>(activity)->Identity();
+  const Owned<FlowEnd> made = TryMakeOwned<FlowEnd>(activity);
+  if (!made) return E_FAIL;
+  end = made->Identity();
   return S_OK;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <new>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -34,9 +35,18 @@ class Owned {
   T* object_ = nullptr;
 };
 
+// Null when memory is exhausted, for operations that then fail.
+template <class T, class... Arguments>
+[[nodiscard]] Owned<T> TryMakeOwned(Arguments&&... arguments) {
+  return Owned<T>::Adopt(new T(std::forward<Arguments>(arguments)...));
+}
+
+// Raises std::bad_alloc instead.
 template <class T, class... Arguments>
 [[nodiscard]] Owned<T> MakeOwned(Arguments&&... arguments) {
-  return Owned<T>::Adopt(new T(std::forward<Arguments>(arguments)...));
+  Owned<T> made = TryMakeOwned<T>(std::forward<Arguments>(arguments)...);
+  if (!made) throw std::bad_alloc();
+  return made;
 }
 
 // The object behind an interface pointer as a class of this host; null when it is of another.

@@ -1,3 +1,4 @@
+#include <functional>
 #include <gtest/gtest.h>
 
 #include "embedded/Error.h"
@@ -166,7 +167,7 @@ TEST_F(ProcessTest, CycleTimesFollowTheAssignedFasteners) {
   TuvIBIWActivityWelding_var(welding.Identity())->UpdateCycleTime();
   TuvIBIWActivityCurveFastening_var(sealing.Identity())->UpdateCycleTime();
   EXPECT_DOUBLE_EQ(welding.CycleTime(), 12.0 + 2 * 3.0);
-  EXPECT_DOUBLE_EQ(sealing.CycleTime(), 12.0 + 150.0 / 15.0);
+  EXPECT_DOUBLE_EQ(sealing.CycleTime(), 150.0 / 15.0);
   EXPECT_EQ(welding.IsValidFastener(document->FindFeature("SEAM")), 0);
   EXPECT_EQ(sealing.IsValidFastener(document->FindFeature("SEAM")), 1);
   EXPECT_EQ(sealing.IsValidFastener(document->FindFeature("W1")), 0);
@@ -230,6 +231,28 @@ TEST_F(ProcessTest, ARemovedActivityKeepsItsDispatcherWhileTheProcessLives) {
   ZefISPPAbstractActivity_var parent;
   EXPECT_EQ(kept->GetParentActivity(parent), S_OK);
   EXPECT_FALSE(parent);
+}
+
+TEST_F(ProcessTest, OperationsFailWithoutMemoryAndLeaveTheActivityAsItWas) {
+  Activity& op = Add("OP");
+  const ZefBaseUnknown_var part = Weld("SW-1").Identity();
+  ZefBaseUnknown_var made;
+  ZefISPPProductIO_var output;
+  ZefIContainer_var container;
+  const std::function<HRESULT()> operations[] = {
+      [&] { return op.AddItem(part, made); },
+      [&] { return op.AddItemLink(made.Put(), ZefISPPItem_var(part), nullptr, "", 1, 2); },
+      [&] { return op.AddProductOutput(output.Put(), nullptr); },
+      [&] { return op.GetFeatContainer(container); }};
+  for (const auto& operation : operations) {
+    FailAllocation(1);
+    EXPECT_EQ(operation(), E_FAIL);
+    FailAllocation(0);
+    EXPECT_TRUE(!made && !output && !container);
+  }
+  EXPECT_EQ(op.Links().Size(), 0);
+  EXPECT_TRUE(op.Outputs().empty());
+  for (const auto& operation : operations) EXPECT_EQ(operation(), S_OK);
 }
 
 }  // namespace
