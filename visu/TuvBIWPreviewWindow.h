@@ -32,7 +32,8 @@ class TUV_EXPORT TuvBIWPreviewWindow : public ZefInventorySpaceWnd {
   void Visualize(const ZefListValZefBaseUnknown_var& iItems, _GUID iInterfaceId);
   // Moves the view so that the items fill it, shown or not. Nothing for an empty list.
   void VisuWithReframeOnItems(const ZefListValZefBaseUnknown_var& iItems);
-  // Takes one showing of each item away, in attach mode as far as it went by the interface.
+  // Takes each item's graphics away, in attach mode as far as they went by the interface, and its
+  // first entry off the list.
   void RemoveItems(ZefListValZefBaseUnknown_var iItems, _GUID iInterfaceId);
   // Takes the object's graphics off; it stays listed.
   void Detach(ZefBaseUnknown_var iObject, _GUID iInterfaceId);

@@ -31,7 +31,8 @@ Zef3DRep* Look::Main() {
 
 Zef3DRep* Look::Further() {
   if (!represented_ || FaultPoint::Strikes()) return nullptr;
-  if (!further_ || (further_->ReferenceCount() == 1 && further_->Parents().empty())) {
+  const bool isUnused = further_ && further_->ReferenceCount() == 1 && further_->Parents().empty();
+  if (!further_ || isUnused || further_->WasDestroyed()) {
     further_ = Make<Zef3DBagRep>();
   }
   return further_.Get();

@@ -24,7 +24,8 @@ class Look {
   Zef3DRep* Main();
   // The main representation as far as it was made; null before.
   Zef3DRep* MadeMain() const { return main_.Get(); }
-  // A second one for further windows; made anew after it was destroyed by the last parent.
+  // A second one for further windows; made anew after it was destroyed, or when
+  // nobody else has it.
   Zef3DRep* Further();
   // The same as far as it was made.
   const Zef3DRep* MadeFurther() const { return further_.Get(); }

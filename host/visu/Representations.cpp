@@ -28,6 +28,7 @@ ZefMetaClass* Zef3DCustomRep::MetaObject() {
 
 void Zef3DRep::Destroy() {
   const Handle<Zef3DRep> alive(this);
+  destroyed_ = true;
   while (!parents_.empty()) parents_.back()->RemoveChild(this);
 }
 

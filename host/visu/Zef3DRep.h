@@ -18,6 +18,7 @@ class Zef3DRep : public ZefBaseUnknown {
 
   // Takes the representation out of every parent at once; its memory goes with its last reference.
   void Destroy();
+  bool WasDestroyed() const { return destroyed_; }
   // Computes the bounding element anew.
   void ComputeBoundingElement(int iMode);
 
@@ -49,4 +50,5 @@ class Zef3DRep : public ZefBaseUnknown {
   int palette_ = -1;
   unsigned int inheritance_ = 0;
   int boundings_ = 0;
+  bool destroyed_ = false;
 };

@@ -205,6 +205,18 @@ TEST_F(TuvBIWPreviewWindowTest, AnItemWithoutRepresentationLeavesTheOthersTheirs
   EXPECT_EQ(ChildrenOf(root), 1) << "the graphics stay";
 }
 
+TEST_F(TuvBIWPreviewWindowTest, WhatAWindowTookAwayStaysWhereItIsShownAnew) {
+  const Window first = Open(kOwnScene), second = Open(kOwnScene);
+  for (const Window& window : {first, second}) {
+    window->Visualize(ListOf(white), IID_ZefI3DGeoVisu);
+  }
+  first->RemoveItems(ListOf(white), IID_ZefI3DGeoVisu);
+  first->Visualize(ListOf(white), IID_ZefI3DGeoVisu);
+  second->RemoveItems(ListOf(white), IID_ZefI3DGeoVisu);
+  EXPECT_EQ(ChildrenOf(RootOf(first)), 1);
+  EXPECT_EQ(ChildrenOf(RootOf(second)), 0);
+}
+
 TEST_F(TuvBIWPreviewWindowTest, TheViewIsMovedToTheItemsAndDrawnOnce) {
   SpiedApplication spied(application);
   const Window window = Open(kAttach);
