@@ -56,10 +56,7 @@ class HostApplication {
   // Null only when the variable is not set; valid until the next call.
   virtual const char* Environment(const char* iName);
   // User setting: 1 when fasteners may only be assigned where their parts are loaded.
-  virtual HRESULT PartLoadConstraint(unsigned char& oOn) {
-    oOn = 0;
-    return E_FAIL;
-  }
+  virtual HRESULT PartLoadConstraint(unsigned char&) { return E_FAIL; }
   // A new assembly in the document, or in the current editor's for null, with a reference for the
   // caller.
   virtual HRESULT CreateMfgAssembly(ZefDocument* /*iDocument*/, TuvIMfgAssembly** /*oAssembly*/) {

@@ -17,8 +17,8 @@ constexpr int kFirstAssigned = 2;
 // The body-in-white activities that follow, logical ones left out.
 ZefListValZefBaseUnknown_var FollowingStations(ZefISPPFlowMgt& flow) {
   ZefListValZefBaseUnknown_var stations;
-  for (const auto& activity : Each<ZefISPPActivity>(flow.GetNextActivities("Activity"))) {
-    if (TuvIBIWItemInfo_var(activity)) stations.Append(activity);
+  for (const auto& station : Each<TuvIBIWItemInfo>(flow.GetNextActivities("Activity"))) {
+    stations.Append(station);
   }
   const ZefListValZefBaseUnknown_var logical = flow.GetNextActivities("LogicalActivity");
   if (logical.Size() > 0) stations.Remove(logical);
@@ -113,6 +113,8 @@ void FollowNewFlow(TuvEUpdateManufAssly& update, const ZefISPPControlFlow_var& f
   flow->GetFrom(end);
   ZefISPPActivity_var source;
   if (end) end->GetActivity(source);
+  ZefISPPFlowEnd_var unused;
+  flow->GetTo(unused);
   if (!source) return;
   if (TuvIBIWItemInfo_var(source)) {
     HandOutputsOn(update, source);
@@ -171,7 +173,7 @@ void TuvEUpdateManufAssly::HandleDropOfFirstAssignedItems(
   ZefISPPActivity_var activity = iNotification->GetFather();
   const ZefISPPItem_var item = iNotification->GetSon();
   const TuvIBIWItemInfo_var station = ClimbToStation(activity);
-  if (!item || !station) return;
+  if (!item || !station || !activity) return;
   ZefListValZefBaseUnknown_var firstAssigned;
   station->GetFirstAssignedInputs(firstAssigned);
   if (firstAssigned.Locate(item, 1) == 0) return;

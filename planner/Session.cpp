@@ -65,6 +65,7 @@ void Session::KeepUpdate() {
 
 void Session::Adopt() {
   update_ = nullptr;
+  isColouring_ = false;
   const embedded::Document::Settings& settings = application_.Edited()->settings;
   application_.SetPartLoadConstraint(settings.partLoadConstraint);
   if (!settings.updateThrough.empty()) Subscribe();
@@ -81,7 +82,8 @@ void Session::Subscribe() {
     update_ = nullptr;
     throw embedded::InputError("no activity of the process can be subscribed through");
   }
-  update_->AddWeldColorUpdateCallback();
+  // This subscription stays when the update is switched off, so one serves the whole document.
+  if (!isColouring_) isColouring_ = Succeeded(update_->AddWeldColorUpdateCallback());
   document.settings.updateThrough = NameOf(update_);
 }
 

@@ -82,6 +82,8 @@ class Session {
   embedded::Application application_;
   // The subscription goes through this activity alone; null while assemblies do not follow.
   TuvIUpdateManufAssly_var update_;
+  // Whether welds are coloured when their activity is removed.
+  bool isColouring_ = false;
   list<ZefModelForRep3D> labels_;
   bool isChanged_ = false;
   bool isLeaving_ = false;
