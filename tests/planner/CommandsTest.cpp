@@ -49,13 +49,13 @@ TEST_F(CommandsTest, AnswersInWords) {
        "twice\n"},
       {"cycle-time OP10", 0, "activity  seconds\nOP10           18\n"},
       {"cycle-time", 0,
-       "activity  seconds\nOP10           18\nOP20           15\nOP30           14\ntogether 47 "
+       "activity  seconds\nOP10           18\nOP20           15\nOP30            2\ntogether 35 "
        "s\n"},
       {"show", 0,
        "Process  (process)\n  ST10  Geo station  (station)\n"
        "    OP10  Tack  (operation, welding): 2 welds, 18 s\n        SW-1 SW-2\n"
        "    OP20  Respot  (operation, welding): 1 weld, 15 s\n        SW-3\n"
-       "    OP30  Seal  (operation, curve fastening): 1 weld, 14 s\n        SM-1\n"
+       "    OP30  Seal  (operation, curve fastening): 1 weld, 2 s\n        SM-1\n"
        "4 welds, 0 on no activity\n"},
       {"show OP20 --brief", 0, "OP20  Respot  (operation, welding): 1 weld, 15 s\n"},
       {"welds --activity ST10 --part Hinge", 0,
@@ -70,7 +70,7 @@ TEST_F(CommandsTest, AnswersInWords) {
        "ST10      Geo station  station                     Process      0        0\n"
        "OP10      Tack         operation  welding          ST10         2       18\n"
        "OP20      Respot       operation  welding          ST10         1       15\n"
-       "OP30      Seal         operation  curve fastening  ST10         1       14\n4 "
+       "OP30      Seal         operation  curve fastening  ST10         1        2\n4 "
        "activities\n"},
       {"locators", 0, "name  x  y  z\nL-1   5  6  7\n1 in all\n"},
       {"clamps", 0, "name  x  y  z\nC-1   1  2  3\n1 in all\n"},
