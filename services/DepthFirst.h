@@ -3,34 +3,51 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
-#include <unordered_set>
 #include <vector>
 
 #include "host/component/Handle.h"
+#include "host/values/PositionIndex.h"
 #include "host/values/ZefListValZefBaseUnknown_var.h"
 
 // What a walk does after it met an object.
 enum class Onward { Below, Past, Stop };
 
-// Refuses to enter an object that is on the current path, so that rings end.
-// What is entered last is left first.
+// Refuses to enter an object that is on the current path, so that rings end. What is entered last
+// is left first.
 class PathGuard {
+  auto At() const {
+    return [this](int position) { return path_[static_cast<std::size_t>(position - 1)]; };
+  }
+
  public:
   bool Enter(const ZefBaseUnknown* iIdentity) {
-    if (std::find(begin_.begin(), begin_.end(), iIdentity) != begin_.end()) return false;
-    if (begin_.size() == kScanned) return rest_.insert(iIdentity).second;
-    begin_.push_back(iIdentity);
+    if (IsOnPath(iIdentity)) return false;
+    path_.push_back(iIdentity);
+    if (index_.IsBuilt() && !index_.Add(iIdentity, Size(), At())) BuildIndex();
     return true;
   }
   void Leave(const ZefBaseUnknown* iIdentity) {
-    if (rest_.erase(iIdentity) == 0) begin_.pop_back();
+    if (index_.IsBuilt()) index_.Drop(iIdentity, Size(), At());
+    path_.pop_back();
   }
 
  private:
-  // Most paths are short, and then a scan costs less than a set.
-  static constexpr std::size_t kScanned = 24;
-  std::vector<const ZefBaseUnknown*> begin_;
-  std::unordered_set<const ZefBaseUnknown*> rest_;
+  // Most paths are short, and then a scan costs less than an index.
+  static constexpr int kScanned = 24;
+
+  int Size() const { return static_cast<int>(path_.size()); }
+  bool IsOnPath(const ZefBaseUnknown* identity) {
+    if (!index_.IsBuilt() && Size() == kScanned) BuildIndex();
+    if (index_.IsBuilt()) return index_.Find(identity, At()) != 0;
+    return std::find(path_.begin(), path_.end(), identity) != path_.end();
+  }
+  void BuildIndex() {
+    index_.Reset(path_.size());
+    for (int i = 1; i <= Size(); ++i) index_.Add(At()(i), i, At());
+  }
+
+  std::vector<const ZefBaseUnknown*> path_;
+  PositionIndex index_;
 };
 
 // For walks that end in another way.

@@ -3,6 +3,7 @@
 #include "embedded/model/MfgAssembly.h"
 #include "embedded/model/Product.h"
 #include "embedded/model/ProductOutput.h"
+#include "host/values/FetchAhead.h"
 
 namespace embedded {
 
@@ -15,6 +16,7 @@ ZefListValZefBaseUnknown_var Neighbours(const std::vector<ControlFlow*>& flows,
   ZefListValZefBaseUnknown_var neighbours;
   if (FaultPoint::Strikes()) return neighbours;
   const bool isOfAnyKind = type == "Activity";
+  for (const ControlFlow* const flow : flows) FetchAhead(end(*flow));
   for (const ControlFlow* const flow : flows) {
     Activity* const neighbour = end(*flow);
     const ZefBaseUnknown_var identity = neighbour->Identity();

@@ -1,5 +1,6 @@
 #include "embedded/model/Containers.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
@@ -8,6 +9,7 @@
 #include "embedded/model/Document.h"
 #include "embedded/model/ObjectClass.h"
 #include "embedded/processdb/ProcessDatabase.h"
+#include "host/values/FetchAhead.h"
 
 namespace embedded {
 
@@ -56,8 +58,10 @@ ZefListValZefBaseUnknown_var* RootContainer::GetProductRoots() {
 HRESULT RootContainer::ListMembersHere(const char* iType, _SEQUENCE_ZefBaseUnknown_ptr& ioMembers) {
   Document* const document = membership_->document;
   if (!document || FaultPoint::Strikes()) return E_FAIL;
-  for (const Owned<Activity>& activity : document->Activities()) {
-    AppendIfAnswers(activity->Identity(), iType, ioMembers);
+  const auto& activities = document->Activities();
+  for (std::size_t i = 0; i < activities.size(); ++i) {
+    if (i + kFetchedAhead < activities.size()) FetchAhead(activities[i + kFetchedAhead].Get());
+    AppendIfAnswers(activities[i]->Identity(), iType, ioMembers);
   }
   if (document->Root()) AppendLinks(*document->Root(), iType, ioMembers);
   return S_OK;
@@ -81,8 +85,10 @@ ZefMetaClass* FeatureContainer::GetMetaObject() const {
 HRESULT FeatureContainer::ListMembersHere(const char* iType,
                                           _SEQUENCE_ZefBaseUnknown_ptr& ioMembers) {
   if (!membership_->document || FaultPoint::Strikes()) return E_FAIL;
-  for (const ZefBaseUnknown_var& feature : membership_->document->Features()) {
-    AppendIfAnswers(feature.Get(), iType, ioMembers);
+  const auto& features = membership_->document->Features();
+  for (std::size_t i = 0; i < features.size(); ++i) {
+    if (i + kFetchedAhead < features.size()) FetchAhead(features[i + kFetchedAhead].Get());
+    AppendIfAnswers(features[i].Get(), iType, ioMembers);
   }
   return S_OK;
 }

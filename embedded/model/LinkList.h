@@ -5,6 +5,7 @@
 
 #include "embedded/model/ItemLink.h"
 #include "embedded/model/Owned.h"
+#include "host/values/FetchAhead.h"
 
 namespace embedded {
 
@@ -21,13 +22,21 @@ class LinkList {
 
   template <class Function>
   void ForEach(const Function& iFunction) const {
-    for (const Owned<ItemLink>& link : links_) {
-      if (link) iFunction(*link);
+    for (std::size_t i = 0; i < links_.size(); ++i) {
+      FetchBeyond(i);
+      if (links_[i]) iFunction(*links_[i]);
     }
   }
 
  private:
   void CloseGaps();
+  // A link further on, and before that the item of one.
+  void FetchBeyond(std::size_t iIndex) const {
+    const std::size_t item = iIndex + kFetchedAhead;
+    const std::size_t link = item + kFetchedAhead;
+    if (link < links_.size()) FetchAhead(links_[link].Get());
+    if (item < links_.size() && links_[item]) FetchAhead(links_[item]->Item().Get());
+  }
 
   std::vector<Owned<ItemLink>> links_;
   int live_ = 0;

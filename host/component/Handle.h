@@ -39,7 +39,9 @@ class Handle {
       : object_(Query(const_cast<std::remove_const_t<std::remove_pointer_t<P>>*>(object))) {}
   template <class U>
   Handle(const Handle<U>& other) : object_(Query(other.Get())) {}
-  ~Handle() { Clear(); }
+  ~Handle() {
+    if (object_) object_->Release();
+  }
 
   // Swapping first makes `activity = activity->Next()` safe.
   Handle& operator=(Handle other) noexcept {

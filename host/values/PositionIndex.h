@@ -34,12 +34,15 @@ class PositionIndex {
     return ++used_ * 4 <= slots_.size() * 3;
   }
 
-  // Forgets that the pointer stands at the position, not that the slot was in use: what was put
-  // behind it must still be found.
+  // Forgets that the pointer stands at the position. The slot stays in use when others were put
+  // behind it, which must still be found.
   template <class At>
   void Drop(const void* iPointer, int iPosition, const At& at) {
-    int& slot = slots_[Probe(iPointer, at)];
-    if (slot == iPosition) slot = kDropped;
+    const std::size_t slot = Probe(iPointer, at);
+    if (slots_[slot] != iPosition) return;
+    const bool isLast = slots_[(slot + 1) & (slots_.size() - 1)] == kFree;
+    slots_[slot] = isLast ? kFree : kDropped;
+    used_ -= isLast;
   }
 
  private:

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/values/FetchAhead.h"
+
 namespace {
 constexpr int kSmall = 32;
 // A list that is looked through so often is worth an index, which costs more than one scan.
@@ -14,7 +16,9 @@ ZefListValZefBaseUnknown_var::ZefListValZefBaseUnknown_var(int iCapacity) {
 
 ZefBaseUnknown_var ZefListValZefBaseUnknown_var::operator[](int iPosition) const {
   if (iPosition < 1 || iPosition > Size()) return {};
-  return elements_[static_cast<std::size_t>(iPosition - 1)];
+  const auto index = static_cast<std::size_t>(iPosition - 1);
+  if (index + kFetchedAhead < elements_.size()) FetchAhead(elements_[index + kFetchedAhead].Get());
+  return elements_[index];
 }
 
 void ZefListValZefBaseUnknown_var::Append(const ZefBaseUnknown_var& iElement) {
