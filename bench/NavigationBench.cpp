@@ -162,7 +162,7 @@ void RecursiveWalk(benchmark::State& state) {
 // Every fastener joins two of a hundred parts; every tenth has one that is not loaded.
 void Validate(benchmark::State& state) {
   tests::Desk desk;
-  desk.plant.Document()->settings.partLoadConstraint = true;
+  desk.application.SetPartLoadConstraint(true);
   embedded::Activity& operation = desk.plant.Operation("OP10");
   std::vector<embedded::Product*> parts;
   for (int i = 0; i < 100; ++i) {

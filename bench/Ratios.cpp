@@ -7,9 +7,14 @@ namespace bench {
 
 void RatioReporter::ReportRuns(const std::vector<Run>& iRuns) {
   for (const Run& run : iRuns) {
-    if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
+    if (run.run_type != Run::RT_Iteration) continue;
     const std::string& size = run.run_name.args;
     const std::string name = run.run_name.function_name + (size.empty() ? "" : "/" + size);
+    if (run.error_occurred) {
+      std::fprintf(stderr, "%s: %s\n", name.c_str(), run.error_message.c_str());
+      hasErrors_ = true;
+      continue;
+    }
     const double elements = run.counters.at("elements");
     const double time =
         1e9 * run.cpu_accumulated_time / static_cast<double>(run.iterations) / elements;
@@ -19,7 +24,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& iRuns) {
 }
 
 bool RatioReporter::Print(const std::vector<Ratio>& iRatios) const {
-  bool isMet = true;
+  bool isMet = !hasErrors_;
   std::printf(
       "| what, in units of what | ns | ns | ratio | bound | |\n|---|--:|--:|--:|--:|---|\n");
   for (const Ratio& ratio : iRatios) {

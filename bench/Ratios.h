@@ -25,12 +25,14 @@ class RatioReporter : public benchmark::BenchmarkReporter {
   bool ReportContext(const Context&) override { return true; }
   void ReportRuns(const std::vector<Run>& iRuns) override;
 
-  // Writes the table; false when a bound is missed. Rows whose benchmarks did not run are left out.
+  // Writes the table; false when a bound is missed or a benchmark failed. Rows whose benchmarks did
+  // not run are left out.
   bool Print(const std::vector<Ratio>& iRatios) const;
 
  private:
   // Nanoseconds.
   std::map<std::string, double> fastest_;
+  bool hasErrors_ = false;
 };
 
 }  // namespace bench
