@@ -33,10 +33,10 @@ ZefIContainer_var OwnContainer(ZefISPPActivity* activity) {
   return container;
 }
 
-// The item, as the specification hands it out, if it is a fastener.
-ZefBaseUnknown_var SpecifiedFastener(const ZefISPPActivitySpecification_var& specification) {
+// The item that a link names, if it is a fastener.
+ZefBaseUnknown_var SpecifiedFastener(const ZefISPPActivitySpecification_var& link) {
   ZefBaseUnknown_var item;
-  if (specification) specification->GetSpecifiedItem(item);
+  if (link) link->GetSpecifiedItem(item);
   return TuvIBIWFastener_var(item) ? item : nullptr;
 }
 
