@@ -113,10 +113,10 @@ class RandomPlanner {
         if (!line_.AssemblyOf(station)) line_.Output(station);
         break;
       case 4:
-        line_.Drop("part " + stations_[to], station);
+        line_.Drop("part " + stations_[to], Somewhere(station));
         break;
       case 5:
-        line_.Drag("part " + stations_[to], station);
+        line_.Drag("part " + stations_[to], Somewhere(station));
         break;
       default:
         if (random_() % 3 == 0) line_.RemoveOutput(station);
@@ -125,9 +125,10 @@ class RandomPlanner {
   Line& Plan() { return line_; }
 
  private:
-  // The station, or the operation in it.
+  // The station, or on rings also the operation in it: a part that both hold leaves the assembly
+  // with the first of the two drags, which is then out of step.
   std::string Somewhere(const std::string& station) {
-    return random_() % 2 == 0 ? station : "operation of " + station;
+    return !withRings_ || random_() % 2 == 0 ? station : "operation of " + station;
   }
   std::size_t Pick() { return random_() % stations_.size(); }
 
