@@ -56,11 +56,11 @@ ZefMetaClass* MetaObjectOf(Document::Kind kind) {
 }
 
 // The activity and all below it, each behind those below it.
-std::vector<Activity*> FromBelow(Activity& activity) {
-  std::vector<Activity*> found;
+std::vector<Owned<Activity>> FromBelow(Activity& activity) {
+  std::vector<Owned<Activity>> found;
   std::vector<Activity*> open{&activity};
   while (!open.empty()) {
-    found.push_back(open.back());
+    found.emplace_back(open.back());
     open.pop_back();
     open.insert(open.end(), found.back()->Children().begin(), found.back()->Children().end());
   }
@@ -144,17 +144,20 @@ void Document::RemoveActivity(Activity& iActivity) {
   RequireOwn(iActivity);
   if (iActivity.IsRoot()) throw InputError("The root activity cannot be removed.");
   const Owned<Activity> kept(&iActivity);
-  const std::vector<Activity*> removed = FromBelow(iActivity);
-  for (Activity* const activity : removed) {
+  // Whoever is told may remove activities, too.
+  for (const Owned<Activity>& activity : FromBelow(iActivity)) {
+    if (!activity->parent_) continue;
     Notify(Dispatcher(), ZefSPPActivityNotification::LinkRemoved, activity->parent_->Identity(),
            activity->Identity());
   }
-  for (Activity* const activity : removed) {
+  if (!iActivity.parent_) return;
+  const std::vector<Owned<Activity>> removed = FromBelow(iActivity);
+  for (const Owned<Activity>& activity : removed) {
     while (!activity->flowsIn_.empty()) RemoveFlow(*activity->flowsIn_.front());
     while (!activity->flowsOut_.empty()) RemoveFlow(*activity->flowsOut_.front());
   }
   std::erase(iActivity.parent_->children_, &iActivity);
-  for (Activity* const activity : removed) DetachActivity(*activity);
+  for (const Owned<Activity>& activity : removed) DetachActivity(*activity);
 }
 
 void Document::DetachActivity(Activity& iActivity) {

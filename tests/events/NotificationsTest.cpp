@@ -141,4 +141,16 @@ TEST_F(NotificationsTest, WhatIsBelowARemovedActivityIsToldOfFirst) {
             (Strings{"29 INNER INMOST", "29 B INNER", "29 B LAST", "29 Process B"}));
 }
 
+TEST_F(NotificationsTest, AHandlerMayRemoveWhatIsAboutToBeRemoved) {
+  document->AddActivity(*b, {.key = "INNER"});
+  document->AddActivity(*b, {.key = "LAST"});
+  listener->reaction = [&](ZefSPPActivityNotification&) {
+    listener->reaction = nullptr;
+    document->RemoveActivity(*document->FindActivity("LAST"));
+  };
+  document->RemoveActivity(*b);
+  EXPECT_EQ(document->FindActivity("LAST"), nullptr);
+  EXPECT_EQ(document->FindActivity("B"), nullptr);
+}
+
 }  // namespace
