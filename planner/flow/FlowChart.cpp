@@ -145,14 +145,17 @@ class Drawing {
   void CountWelds() {
     for (std::size_t i = chart_.boxes.size(); i-- > 0;) {
       const std::size_t outer = chart_.around[i];
-      if (outer != FlowChart::kNone) chart_.boxes[outer].welds += chart_.boxes[i].welds;
+      (outer == FlowChart::kNone ? chart_.welds : chart_.boxes[outer].welds) +=
+          chart_.boxes[i].welds;
     }
+    chart_.title = top_.Key();
+    // What is on no activity belongs to the whole process alone.
+    if (&top_ != document_.Root()) return;
     const ZefListValZefBaseUnknown_var welds = Names(document_).AllWelds();
     chart_.welds = static_cast<std::size_t>(welds.Size());
     for (int i = 1; i <= welds.Size(); ++i) {
       chart_.unassigned += ActivitiesOf(welds[i]).Size() == 0;
     }
-    chart_.title = top_.Key();
   }
 
   embedded::Document& document_;

@@ -51,7 +51,7 @@ struct FlowChart {
 std::size_t CountStations(const FlowChart& iChart);
 std::size_t CountConflicts(const FlowChart& iChart);
 
-// Of an activity and what is nested in it, with the welds of the whole document.
+// Of an activity and what is nested in it, with the welds on these; of the process with all welds.
 FlowChart ChartOf(embedded::Document& iDocument, const embedded::Activity& iTop);
 
 }  // namespace biwplan
