@@ -5,6 +5,7 @@
 #include "host/process/ZefISPPActivityRoot.h"
 #include "host/process/ZefISPPFlowMgt.h"
 #include "host/values/Each.h"
+#include "host/values/FetchAhead.h"
 #include "services/ActivityTree.h"
 #include "services/DepthFirst.h"
 #include "services/TuvBIWServices.h"
@@ -103,8 +104,10 @@ HRESULT TuvBIWServices::GetAllPredecessors(ZefISPPActivity_var iActivity,
   while (!open.empty()) {
     const ZefISPPActivity_var activity = std::move(open.back());
     open.pop_back();
+    if (!open.empty()) FetchAhead(open.back().Get());
     ZefListValZefBaseUnknown_var found;
     if (Failed(GetPredecessors(activity, found))) continue;
+    ioPredecessors.PrepareLocate(found);
     for (int i = 1; i <= found.Size(); ++i) {
       const ZefBaseUnknown_var predecessor = found[i];
       if (ioPredecessors.Locate(predecessor, 1) != 0) continue;

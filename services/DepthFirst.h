@@ -12,8 +12,7 @@
 // What a walk does after it met an object.
 enum class Onward { Below, Past, Stop };
 
-// Refuses to enter an object that is on the current path, so that rings end. What is entered last
-// is left first.
+// Refuses to enter an object that is on the current path, so that rings end.
 class PathGuard {
   auto At() const {
     return [this](int position) { return path_[static_cast<std::size_t>(position - 1)]; };
@@ -21,13 +20,15 @@ class PathGuard {
 
  public:
   bool Enter(const ZefBaseUnknown* iIdentity) {
+    if (!index_.IsBuilt() && Size() == kScanned) BuildIndex();
     if (IsOnPath(iIdentity)) return false;
     path_.push_back(iIdentity);
-    if (index_.IsBuilt() && !index_.Add(iIdentity, Size(), At())) BuildIndex();
+    if (index_.IsBuilt() && index_.IsCrowded()) BuildIndex();
     return true;
   }
-  void Leave(const ZefBaseUnknown* iIdentity) {
-    if (index_.IsBuilt()) index_.Drop(iIdentity, Size(), At());
+  // Leaves what was entered last.
+  void Leave() {
+    if (index_.IsBuilt()) index_.DropLast(path_.back(), Size(), At());
     path_.pop_back();
   }
 
@@ -36,9 +37,9 @@ class PathGuard {
   static constexpr int kScanned = 24;
 
   int Size() const { return static_cast<int>(path_.size()); }
+  // Enters what is not into the index, if there is one.
   bool IsOnPath(const ZefBaseUnknown* identity) {
-    if (!index_.IsBuilt() && Size() == kScanned) BuildIndex();
-    if (index_.IsBuilt()) return index_.Find(identity, At()) != 0;
+    if (index_.IsBuilt()) return index_.Add(identity, Size() + 1, At()) != 0;
     return std::find(path_.begin(), path_.end(), identity) != path_.end();
   }
   void BuildIndex() {
@@ -53,7 +54,7 @@ class PathGuard {
 // For walks that end in another way.
 struct NoGuard {
   bool Enter(const ZefBaseUnknown*) const { return true; }
-  void Leave(const ZefBaseUnknown*) const {}
+  void Leave() const {}
 };
 
 // Walks objects depth first, in the order of a recursive walk but without recursion: trees and
@@ -81,7 +82,7 @@ bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& 
   while (!path.empty()) {
     Step& step = path.back();
     if (!step.list || ++step.position > step.list->Size()) {
-      guard.Leave(IdentityOf(step.node));
+      guard.Leave();
       path.pop_back();
       leave();
       continue;
@@ -90,6 +91,8 @@ bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& 
     if (!child) continue;
     const Onward onward = meet(child, *step.list, step.position);
     if (onward == Onward::Stop) return false;
+    // A deep path then holds few lists.
+    if (step.position == step.list->Size()) step.list.reset();
     if (onward == Onward::Below) open(child);
   }
   return true;

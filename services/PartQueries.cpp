@@ -64,7 +64,7 @@ class WalkBack {
   }
 
   void Leave() {
-    guard_.Leave(IdentityOf(path_.back().activity));
+    guard_.Leave();
     path_.pop_back();
   }
 

@@ -43,9 +43,8 @@ ZefBaseUnknown_var SpecifiedFastener(const ZefISPPActivitySpecification_var& lin
 HRESULT AppendFastenerItems(ZefISPPActivity* activity, ZefListValZefBaseUnknown_var*& ioWelds) {
   const ZefISPPItemMgt_var management = activity;
   if (!management) return E_FAIL;
-  const NewList items(management->GetItems("Item", 0));
   HRESULT result = E_FAIL;
-  for (const auto& item : Each<ZefISPPItem>(items)) {
+  for (const auto& item : Each<ZefISPPItem>(NewList(management->GetItems("Item", 0)))) {
     const TuvIBIWFastener_var fastener = item;
     if (!fastener) continue;
     AppendTo(ioWelds, fastener);

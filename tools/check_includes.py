@@ -35,6 +35,7 @@ SEAMS = {
     r"benchmark/": ("bench/",),
     r"boost/": (
         "bench/",
+        "embedded/model/Activity.h",
         "planner/check/NearPoints",
         "planner/check/LoadedParts",
         "planner/scene/Page",

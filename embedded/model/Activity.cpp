@@ -47,30 +47,8 @@ ZefMetaClass* Activity::GetMetaObject() const {
              : ObjectClass<Logical>("LogicalActivity", "Activity");
 }
 
-HRESULT Activity::GetParentActivity(ZefISPPAbstractActivity_var& oParent) {
-  if (FaultPoint::Strikes()) return E_FAIL;
-  oParent = parent_ ? ZefISPPAbstractActivity_var(parent_->Identity()) : nullptr;
-  return S_OK;
-}
-
 ZefUnicodeString Activity::GetLabel() {
   return FaultPoint::Strikes() ? ZefUnicodeString() : ZefUnicodeString(data_.label);
-}
-
-ZefListValZefBaseUnknown_var* Activity::GetChildren(const ZefUnicodeString& iType) {
-  if (FaultPoint::Strikes()) return nullptr;
-  auto children = std::make_unique<ZefListValZefBaseUnknown_var>();
-  for (Activity* const child : children_) {
-    if (iType == "" || child->GetMetaObject()->IsAKindOf(iType)) {
-      children->Append(child->Identity());
-    }
-  }
-  return children.release();
-}
-
-ZefBaseUnknown* Activity::GetFather() {
-  if (!parent_ || FaultPoint::Strikes()) return nullptr;
-  return ZefBaseUnknown_var(parent_->Identity()).Detach();
 }
 
 HRESULT Activity::GetFeatContainer(ZefIContainer_var& oContainer) {
@@ -91,20 +69,6 @@ ZefSPPActivityNotificationDispatcher* Activity::GetDispatcher() {
 
 ZefSPPActivityNotificationDispatcher* Activity::GetOwnDispatcher() const {
   return OwnDocument() ? OwnDocument()->Dispatcher() : nullptr;
-}
-
-std::vector<const Activity*> Activity::OwnScope() const {
-  std::vector<const Activity*> scope;
-  std::vector<const Activity*> open{this};
-  while (!open.empty()) {
-    const Activity* const activity = open.back();
-    open.pop_back();
-    scope.push_back(activity);
-    for (auto child = activity->children_.rbegin(); child != activity->children_.rend(); ++child) {
-      if (!(*child)->IsStation()) open.push_back(*child);
-    }
-  }
-  return scope;
 }
 
 }  // namespace embedded

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <boost/container/small_vector.hpp>
 #include <functional>
 #include <string>
 #include <vector>
@@ -12,6 +14,7 @@
 #include "host/document/ZefISpecObject.h"
 #include "host/fastening/Fastening.h"
 #include "host/process/Process.h"
+#include "host/values/FetchAhead.h"
 
 namespace embedded {
 
@@ -19,24 +22,36 @@ class Activity;
 class ControlFlow;
 class ProductOutput;
 
-// An activity's place in the tree and in the flow, each beside the interface that is asked for it:
-// walks over many activities then touch little memory of each.
+// An activity's place in the tree and in the flow, each beside the interface that is asked for it
+// and with the first entries in it: walks over many activities then touch little memory of each.
 class TreePlace : public ZefISPPChildManagement {
  public:
-  const std::vector<Activity*>& Children() const { return children_; }
+  using Activities = boost::container::small_vector<Activity*, 2>;
+  const Activities& Children() const { return children_; }
 
  protected:
-  std::vector<Activity*> children_;
+  Activities children_;
+  // First children of the first child, for fetching ahead alone: they may have ended.
+  std::array<const void*, 2> below_{};
+};
+
+// The other end of a control flow, and the flow.
+struct Neighbour {
+  Activity* activity;
+  ControlFlow* flow;
+  friend bool operator==(const Neighbour&, const Neighbour&) = default;
 };
 
 class FlowPlace : public ZefISPPFlowMgt {
  public:
-  const std::vector<ControlFlow*>& FlowsIn() const { return flowsIn_; }
-  const std::vector<ControlFlow*>& FlowsOut() const { return flowsOut_; }
+  // One for each flow, in the order of the flows.
+  using Neighbours = boost::container::small_vector<Neighbour, 4>;
+  const Neighbours& Previous() const { return previous_; }
+  const Neighbours& Next() const { return next_; }
 
  protected:
-  std::vector<ControlFlow*> flowsIn_;
-  std::vector<ControlFlow*> flowsOut_;
+  Neighbours previous_;
+  Neighbours next_;
 };
 
 // A step of the process. The document owns activities and flows; the tree and the neighbours are
@@ -113,6 +128,8 @@ class Activity final
   friend class Document;
   friend class ProductOutput;
 
+  void AddChild(Activity& ioChild);
+  void FetchBelow() const;
   // Null once the document ended.
   ZefSPPActivityNotificationDispatcher* GetOwnDispatcher() const;
   // As Link; null when memory is exhausted.

@@ -10,20 +10,30 @@ namespace embedded {
 namespace {
 
 // Neighbours in the order of their flows, each once.
-template <class End>
-ZefListValZefBaseUnknown_var Neighbours(const std::vector<ControlFlow*>& flows,
-                                        const ZefUnicodeString& type, const End& end) {
-  ZefListValZefBaseUnknown_var neighbours;
-  if (FaultPoint::Strikes()) return neighbours;
+ZefListValZefBaseUnknown_var EachOnce(const FlowPlace::Neighbours& neighbours,
+                                      const ZefUnicodeString& type) {
+  ZefListValZefBaseUnknown_var activities;
+  if (FaultPoint::Strikes()) return activities;
   const bool isOfAnyKind = type == "Activity";
-  for (const ControlFlow* const flow : flows) FetchAhead(end(*flow));
-  for (const ControlFlow* const flow : flows) {
-    Activity* const neighbour = end(*flow);
-    const ZefBaseUnknown_var identity = neighbour->Identity();
-    if (!isOfAnyKind && !neighbour->GetMetaObject()->IsAKindOf(type)) continue;
-    if (neighbours.Locate(identity) == 0) neighbours.Append(identity);
+  for (const auto& [activity, flow] : neighbours) {
+    const ZefBaseUnknown_var identity = activity->Identity();
+    if (!isOfAnyKind && !activity->GetMetaObject()->IsAKindOf(type)) continue;
+    if (activities.Locate(identity) == 0) activities.Append(identity);
   }
-  return neighbours;
+  return activities;
+}
+
+// A walk along the flow goes on from the neighbours to theirs, which are fetched from memory.
+void FetchBehind(const FlowPlace::Neighbours& neighbours,
+                 const FlowPlace::Neighbours& (FlowPlace::*further)() const) {
+  for (const Neighbour& neighbour : FirstFew(neighbours)) {
+    for (const Neighbour& next : FirstFew((neighbour.activity->*further)())) {
+      const FlowPlace* const place = next.activity;
+      FetchAhead(next.activity);
+      FetchAhead(place);
+      FetchBytes(&(place->*further)(), sizeof(FlowPlace::Neighbours));
+    }
+  }
 }
 
 void AppendNew(ZefBaseUnknown* element, ZefListValZefBaseUnknown_var& list) {
@@ -34,11 +44,13 @@ void AppendNew(ZefBaseUnknown* element, ZefListValZefBaseUnknown_var& list) {
 }  // namespace
 
 ZefListValZefBaseUnknown_var Activity::GetPreviousActivities(const ZefUnicodeString& iType) {
-  return Neighbours(flowsIn_, iType, [](const ControlFlow& flow) { return &flow.From(); });
+  FetchBehind(previous_, &FlowPlace::Previous);
+  return EachOnce(previous_, iType);
 }
 
 ZefListValZefBaseUnknown_var Activity::GetNextActivities(const ZefUnicodeString& iType) {
-  return Neighbours(flowsOut_, iType, [](const ControlFlow& flow) { return &flow.To(); });
+  FetchBehind(next_, &FlowPlace::Next);
+  return EachOnce(next_, iType);
 }
 
 ZefListValZefBaseUnknown_var Activity::GetProductOutputs(ZefISPPItem_var& oItem) {

@@ -47,8 +47,8 @@ HRESULT Activity::RemoveItem(const ZefBaseUnknown_var& iItem, int iSelector) {
 ZefListValZefBaseUnknown_var* Activity::GetItems(const ZefUnicodeString& iType, int iSelector) {
   if (iType != "Item" || FaultPoint::Strikes()) return nullptr;
   auto items = std::make_unique<ZefListValZefBaseUnknown_var>(links_.Size());
-  links_.ForEach([&](const ItemLink& link) {
-    if (iSelector == 0 || link.GetSelector() == iSelector) items->Append(link.Item());
+  links_.ForEachItem([&](ZefBaseUnknown* item, int selector) {
+    if (iSelector == 0 || selector == iSelector) items->Append(item);
   });
   return items.release();
 }

@@ -60,7 +60,7 @@ HRESULT RootContainer::ListMembersHere(const char* iType, _SEQUENCE_ZefBaseUnkno
   if (!document || FaultPoint::Strikes()) return E_FAIL;
   const auto& activities = document->Activities();
   for (std::size_t i = 0; i < activities.size(); ++i) {
-    if (i + kFetchedAhead < activities.size()) FetchAhead(activities[i + kFetchedAhead].Get());
+    FetchAhead(activities, i);
     AppendIfAnswers(activities[i]->Identity(), iType, ioMembers);
   }
   if (document->Root()) AppendLinks(*document->Root(), iType, ioMembers);
@@ -87,7 +87,7 @@ HRESULT FeatureContainer::ListMembersHere(const char* iType,
   if (!membership_->document || FaultPoint::Strikes()) return E_FAIL;
   const auto& features = membership_->document->Features();
   for (std::size_t i = 0; i < features.size(); ++i) {
-    if (i + kFetchedAhead < features.size()) FetchAhead(features[i + kFetchedAhead].Get());
+    FetchAhead(features, i);
     AppendIfAnswers(features[i].Get(), iType, ioMembers);
   }
   return S_OK;

@@ -1,5 +1,7 @@
 #include "embedded/model/ControlFlow.h"
 
+#include <algorithm>
+
 #include "embedded/model/Activity.h"
 #include "embedded/model/ObjectClass.h"
 
@@ -29,6 +31,12 @@ HRESULT GiveEnd(Activity& activity, ZefISPPFlowEnd_var& end) {
   return S_OK;
 }
 
+void Remove(const ControlFlow* flow, FlowPlace::Neighbours& neighbours) {
+  const auto isItsEnd = [flow](const Neighbour& neighbour) { return neighbour.flow == flow; };
+  neighbours.erase(std::remove_if(neighbours.begin(), neighbours.end(), isItsEnd),
+                   neighbours.end());
+}
+
 }  // namespace
 
 ControlFlow::ControlFlow(Activity& iFrom, Activity& iTo) : from_(&iFrom), to_(&iTo) {}
@@ -40,13 +48,13 @@ HRESULT ControlFlow::GetFrom(ZefISPPFlowEnd_var& oEnd) { return GiveEnd(*from_, 
 HRESULT ControlFlow::GetTo(ZefISPPFlowEnd_var& oEnd) { return GiveEnd(*to_, oEnd); }
 
 void ControlFlow::Connect() {
-  from_->flowsOut_.push_back(this);
-  to_->flowsIn_.push_back(this);
+  from_->next_.push_back({to_.Get(), this});
+  to_->previous_.push_back({from_.Get(), this});
 }
 
 void ControlFlow::Disconnect() {
-  std::erase(from_->flowsOut_, this);
-  std::erase(to_->flowsIn_, this);
+  Remove(this, from_->next_);
+  Remove(this, to_->previous_);
 }
 
 }  // namespace embedded

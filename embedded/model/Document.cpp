@@ -95,8 +95,8 @@ Document::~Document() {
   for (const Owned<Activity>& activity : activities_) {
     activity->parent_ = nullptr;
     activity->children_.clear();
-    activity->flowsIn_.clear();
-    activity->flowsOut_.clear();
+    activity->previous_.clear();
+    activity->next_.clear();
     activity->links_.ForEach([](ItemLink& link) {
       if (link.Target()) link.Target()->DropEndedLinks();
     });
@@ -134,8 +134,7 @@ Activity& Document::AddActivity(Activity& iParent, const ActivityData& iData) {
   RequireNewKey(keys_.activities, iData.key, "activity");
   activities_.push_back(MakeOwned<Activity>(iData, false, membership_));
   Activity& activity = *activities_.back();
-  activity.parent_ = &iParent;
-  iParent.children_.push_back(&activity);
+  iParent.AddChild(activity);
   keys_.activities.Add(activity.Key(), &activity);
   return activity;
 }
@@ -153,10 +152,11 @@ void Document::RemoveActivity(Activity& iActivity) {
   if (!iActivity.parent_) return;
   const std::vector<Owned<Activity>> removed = FromBelow(iActivity);
   for (const Owned<Activity>& activity : removed) {
-    while (!activity->flowsIn_.empty()) RemoveFlow(*activity->flowsIn_.front());
-    while (!activity->flowsOut_.empty()) RemoveFlow(*activity->flowsOut_.front());
+    while (!activity->previous_.empty()) RemoveFlow(*activity->previous_.front().flow);
+    while (!activity->next_.empty()) RemoveFlow(*activity->next_.front().flow);
   }
-  std::erase(iActivity.parent_->children_, &iActivity);
+  TreePlace::Activities& siblings = iActivity.parent_->children_;
+  siblings.erase(std::find(siblings.begin(), siblings.end(), &iActivity));
   for (const Owned<Activity>& activity : removed) DetachActivity(*activity);
 }
 

@@ -64,8 +64,8 @@ class FastenerFacet : public TuvIBIWFastener {
   bool represented_ = true;
 };
 
-class SpotWeld final : public DisplayedObject<FastenerFacet, TuvIBIWPointFastener, TuvIBIWFeature,
-                                              TuvISpotWeld, ZefISPPItem> {
+class SpotWeld final : public DisplayedObject<ZefISPPItem, FastenerFacet, TuvIBIWPointFastener,
+                                              TuvIBIWFeature, TuvISpotWeld> {
  public:
   SpotWeld(const SpotWeldData& iData, MembershipPointer iMembership);
   ZefMetaClass* GetMetaObject() const override;
@@ -88,7 +88,7 @@ class SpotWeld final : public DisplayedObject<FastenerFacet, TuvIBIWPointFastene
 };
 
 class CurveFastener final
-    : public DisplayedObject<FastenerFacet, TuvIBIWCurveFastener, TuvIBIWFeature, ZefISPPItem> {
+    : public DisplayedObject<ZefISPPItem, FastenerFacet, TuvIBIWCurveFastener, TuvIBIWFeature> {
  public:
   CurveFastener(const CurveFastenerData& iData, MembershipPointer iMembership);
   ZefMetaClass* GetMetaObject() const override;

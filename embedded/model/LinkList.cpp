@@ -5,31 +5,33 @@
 namespace embedded {
 
 void LinkList::Add(Owned<ItemLink> iLink) {
-  iLink->slot = static_cast<int>(links_.size());
-  links_.push_back(std::move(iLink));
+  iLink->slot = static_cast<int>(entries_.size());
+  ZefBaseUnknown* const item = iLink->Item().Get();
+  const int selector = iLink->GetSelector();
+  entries_.push_back({std::move(iLink), item, selector});
   ++live_;
 }
 
 void LinkList::Remove(ItemLink* iLink) {
   const Owned<ItemLink> removed =
-      std::exchange(links_[static_cast<std::size_t>(iLink->slot)], Owned<ItemLink>());
+      std::exchange(entries_[static_cast<std::size_t>(iLink->slot)], Entry()).link;
   removed->slot = -1;
   removed->Detach();
   --live_;
-  if (2 * static_cast<std::size_t>(live_) < links_.size()) CloseGaps();
+  if (2 * static_cast<std::size_t>(live_) < entries_.size()) CloseGaps();
 }
 
 void LinkList::Clear() {
-  const std::vector<Owned<ItemLink>> links = std::exchange(links_, {});
+  const std::vector<Entry> removed = std::exchange(entries_, {});
   live_ = 0;
-  for (const Owned<ItemLink>& link : links) {
-    if (link) link->Detach();
+  for (const Entry& entry : removed) {
+    if (entry.link) entry.link->Detach();
   }
 }
 
 void LinkList::CloseGaps() {
-  std::erase_if(links_, [](const Owned<ItemLink>& link) { return !link; });
-  for (std::size_t i = 0; i < links_.size(); ++i) links_[i]->slot = static_cast<int>(i);
+  std::erase_if(entries_, [](const Entry& entry) { return !entry.link; });
+  for (std::size_t i = 0; i < entries_.size(); ++i) entries_[i].link->slot = static_cast<int>(i);
 }
 
 }  // namespace embedded

@@ -22,23 +22,29 @@ class LinkList {
 
   template <class Function>
   void ForEach(const Function& iFunction) const {
-    for (std::size_t i = 0; i < links_.size(); ++i) {
-      FetchBeyond(i);
-      if (links_[i]) iFunction(*links_[i]);
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+      if (i + kFetchedAhead < entries_.size()) FetchAhead(entries_[i + kFetchedAhead].link.Get());
+      if (entries_[i].link) iFunction(*entries_[i].link);
+    }
+  }
+  // The items of the links with their selectors, without a look at the links themselves.
+  template <class Function>
+  void ForEachItem(const Function& iFunction) const {
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+      if (i + kFetchedAhead < entries_.size()) FetchAhead(entries_[i + kFetchedAhead].item);
+      if (entries_[i].link) iFunction(entries_[i].item, entries_[i].selector);
     }
   }
 
  private:
+  struct Entry {
+    Owned<ItemLink> link;
+    ZefBaseUnknown* item = nullptr;  // which the link holds
+    int selector = 0;
+  };
   void CloseGaps();
-  // A link further on, and before that the item of one.
-  void FetchBeyond(std::size_t iIndex) const {
-    const std::size_t item = iIndex + kFetchedAhead;
-    const std::size_t link = item + kFetchedAhead;
-    if (link < links_.size()) FetchAhead(links_[link].Get());
-    if (item < links_.size() && links_[item]) FetchAhead(links_[item]->Item().Get());
-  }
 
-  std::vector<Owned<ItemLink>> links_;
+  std::vector<Entry> entries_;
   int live_ = 0;
 };
 

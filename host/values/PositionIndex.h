@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "host/values/FetchAhead.h"
+
 // Finds the first position of a pointer in a list that keeps the pointers themselves: a hash table
 // of positions with linear probing. Four bytes an entry keep it in the processor's caches where
 // a map of nodes would not be.
@@ -25,35 +27,41 @@ class PositionIndex {
     return slots_[Probe(iPointer, at)];
   }
 
-  // Keeps an earlier position of the same pointer. False when the table is too full.
-  template <class At>
-  bool Add(const void* iPointer, int iPosition, const At& at) {
-    const std::size_t slot = Probe(iPointer, at);
-    if (slots_[slot] != kFree) return true;
-    slots_[slot] = iPosition;
-    return ++used_ * 4 <= slots_.size() * 3;
+  // Has the place where Find begins fetched from memory.
+  void Fetch(const void* iPointer) const {
+    FetchBytes(&slots_[Hash(iPointer) & (slots_.size() - 1)], sizeof(int));
   }
 
-  // Forgets that the pointer stands at the position. The slot stays in use when others were put
-  // behind it, which must still be found.
+  // Answers the earlier position of the same pointer, which it keeps, or 0.
   template <class At>
-  void Drop(const void* iPointer, int iPosition, const At& at) {
+  int Add(const void* iPointer, int iPosition, const At& at) {
+    int& slot = slots_[Probe(iPointer, at)];
+    if (slot != kFree) return slot;
+    slot = iPosition;
+    ++used_;
+    return 0;
+  }
+  // Time to build it anew, larger.
+  bool IsCrowded() const { return 2 * used_ > slots_.size(); }
+
+  // Forgets the greatest position, at which the pointer stands. None was added after it, so no
+  // probe leads across its slot.
+  template <class At>
+  void DropLast(const void* iPointer, int iPosition, const At& at) {
     const std::size_t slot = Probe(iPointer, at);
     if (slots_[slot] != iPosition) return;
-    const bool isLast = slots_[(slot + 1) & (slots_.size() - 1)] == kFree;
-    slots_[slot] = isLast ? kFree : kDropped;
-    used_ -= isLast;
+    slots_[slot] = kFree;
+    --used_;
   }
 
  private:
   static constexpr int kFree = 0;
-  static constexpr int kDropped = -1;
 
   template <class At>
   std::size_t Probe(const void* iPointer, const At& at) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t slot = Hash(iPointer) & mask;
-    while (slots_[slot] != kFree && (slots_[slot] == kDropped || at(slots_[slot]) != iPointer)) {
+    while (slots_[slot] != kFree && at(slots_[slot]) != iPointer) {
       slot = (slot + 1) & mask;
     }
     return slot;

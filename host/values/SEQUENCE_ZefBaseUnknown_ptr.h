@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "host/values/FetchAhead.h"
+
 class ZefBaseUnknown;
 
 // Sequence of raw pointers, indexed from 0. Whoever fills it hands over one reference per element;
@@ -10,7 +12,11 @@ class ZefBaseUnknown;
 // to null.
 class _SEQUENCE_ZefBaseUnknown_ptr {
  public:
-  ZefBaseUnknown*& operator[](int iIndex) { return elements_[static_cast<std::size_t>(iIndex)]; }
+  ZefBaseUnknown*& operator[](int iIndex) {
+    const auto index = static_cast<std::size_t>(iIndex);
+    FetchAhead(elements_, index);
+    return elements_[index];
+  }
   ZefBaseUnknown* operator[](int iIndex) const {
     return elements_[static_cast<std::size_t>(iIndex)];
   }

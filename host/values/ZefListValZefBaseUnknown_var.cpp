@@ -1,6 +1,7 @@
 #include "host/values/ZefListValZefBaseUnknown_var.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/values/FetchAhead.h"
 
@@ -14,18 +15,44 @@ ZefListValZefBaseUnknown_var::ZefListValZefBaseUnknown_var(int iCapacity) {
   if (iCapacity > 0) elements_.reserve(static_cast<std::size_t>(iCapacity));
 }
 
+ZefListValZefBaseUnknown_var::ZefListValZefBaseUnknown_var(
+    const ZefListValZefBaseUnknown_var& iOther) {
+  elements_.reserve(iOther.elements_.size());
+  for (std::size_t i = 0; i < iOther.elements_.size(); ++i) {
+    FetchCountAhead(iOther.elements_, i);
+    elements_.push_back(iOther.elements_[i]);
+  }
+}
+
+ZefListValZefBaseUnknown_var& ZefListValZefBaseUnknown_var::operator=(
+    ZefListValZefBaseUnknown_var iOther) noexcept {
+  elements_.swap(iOther.elements_);
+  std::swap(index_, iOther.index_);
+  std::swap(scans_, iOther.scans_);
+  return *this;
+}
+
 ZefBaseUnknown_var ZefListValZefBaseUnknown_var::operator[](int iPosition) const {
   if (iPosition < 1 || iPosition > Size()) return {};
   const auto index = static_cast<std::size_t>(iPosition - 1);
-  if (index + kFetchedAhead < elements_.size()) FetchAhead(elements_[index + kFetchedAhead].Get());
+  FetchAhead(elements_, index);
   return elements_[index];
 }
 
-void ZefListValZefBaseUnknown_var::Append(const ZefBaseUnknown_var& iElement) {
-  // The query gives the identity, whichever interface the handle was adopted with.
-  elements_.emplace_back(iElement.Get());
+ZefBaseUnknown_var ZefListValZefBaseUnknown_var::Take(int iPosition) {
+  if (iPosition < 1 || iPosition > Size()) return {};
+  const auto index = static_cast<std::size_t>(iPosition - 1);
+  FetchAhead(elements_, index);
+  index_.Clear();
+  return std::exchange(elements_[index], nullptr);
+}
+
+void ZefListValZefBaseUnknown_var::AppendObject(ZefBaseUnknown* element) {
+  // The query gives the identity, whichever interface of the object this is.
+  elements_.emplace_back(element);
   if (!index_.IsBuilt()) return;
-  if (!index_.Add(elements_.back().Get(), Size(), ElementAt())) index_.Clear();
+  index_.Add(elements_.back().Get(), Size(), ElementAt());
+  if (index_.IsCrowded()) index_.Clear();
 }
 
 void ZefListValZefBaseUnknown_var::Append(const ZefListValZefBaseUnknown_var& iList) {
@@ -41,9 +68,17 @@ int ZefListValZefBaseUnknown_var::Locate(const ZefBaseUnknown_var& iElement, int
   // A handle mostly holds the identity: then the object, which may be far in memory, is not
   // touched.
   int found = index_.Find(iElement.Get(), ElementAt());
-  if (found == 0) found = index_.Find(IdentityOf(iElement.Get()), ElementAt());
+  if (found == 0 && IdentityOf(iElement.Get()) != iElement.Get()) {
+    found = index_.Find(IdentityOf(iElement.Get()), ElementAt());
+  }
   if (found == 0 || found >= iStart) return found;
   return Scan(ElementAt()(found), iStart);
+}
+
+void ZefListValZefBaseUnknown_var::PrepareLocate(
+    const ZefListValZefBaseUnknown_var& iElements) const {
+  if (!index_.IsBuilt()) return;
+  for (const auto& element : iElements.elements_) index_.Fetch(element.Get());
 }
 
 void ZefListValZefBaseUnknown_var::RemoveValue(const ZefBaseUnknown_var& iElement) {
@@ -53,7 +88,7 @@ void ZefListValZefBaseUnknown_var::RemoveValue(const ZefBaseUnknown_var& iElemen
 void ZefListValZefBaseUnknown_var::RemovePosition(int iPosition) {
   if (iPosition < 1 || iPosition > Size()) return;
   if (index_.IsBuilt() && iPosition == Size()) {
-    index_.Drop(elements_.back().Get(), iPosition, ElementAt());
+    index_.DropLast(elements_.back().Get(), iPosition, ElementAt());
   } else {
     index_.Clear();
   }
@@ -68,7 +103,12 @@ void ZefListValZefBaseUnknown_var::Remove(const ZefListValZefBaseUnknown_var& iL
 
 void ZefListValZefBaseUnknown_var::RemoveAll() {
   index_.Clear();
-  elements_.clear();
+  std::vector<ZefBaseUnknown_var> removed;
+  removed.swap(elements_);
+  for (std::size_t i = 0; i < removed.size(); ++i) {
+    FetchCountAhead(removed, i);
+    removed[i] = nullptr;
+  }
 }
 
 void ZefListValZefBaseUnknown_var::Intersection(const ZefListValZefBaseUnknown_var& iFirst,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
+#include <type_traits>
 #include <vector>
 
 #include "host/component/Handle.h"
@@ -13,15 +15,27 @@ class ZefListValZefBaseUnknown_var {
  public:
   ZefListValZefBaseUnknown_var() = default;
   explicit ZefListValZefBaseUnknown_var(int iCapacity);
+  ZefListValZefBaseUnknown_var(const ZefListValZefBaseUnknown_var& iOther);
+  ZefListValZefBaseUnknown_var(ZefListValZefBaseUnknown_var&& ioOther) noexcept = default;
+  ZefListValZefBaseUnknown_var& operator=(ZefListValZefBaseUnknown_var iOther) noexcept;
+  ~ZefListValZefBaseUnknown_var() { RemoveAll(); }
 
   int Size() const { return static_cast<int>(elements_.size()); }
   ZefBaseUnknown_var operator[](int iPosition) const;
+  // Hands the element over; a null handle stays in its place.
+  ZefBaseUnknown_var Take(int iPosition);
 
-  void Append(const ZefBaseUnknown_var& iElement);
+  void Append(const ZefBaseUnknown_var& iElement) { AppendObject(iElement.Get()); }
+  template <std::convertible_to<ZefBaseUnknown*> P>
+  requires std::is_pointer_v<P>
+  void Append(P iElement) { AppendObject(iElement); }
   void Append(const ZefListValZefBaseUnknown_var& iList);
 
   // Position of the first equal element at or after `iStart`, 0 when there is none.
   int Locate(const ZefBaseUnknown_var& iElement, int iStart = 1) const;
+
+  // Has what Locate reads of a large list for each of `iElements` fetched from memory.
+  void PrepareLocate(const ZefListValZefBaseUnknown_var& iElements) const;
 
   // The first equal element only; nothing when there is none.
   void RemoveValue(const ZefBaseUnknown_var& iElement);
@@ -42,6 +56,7 @@ class ZefListValZefBaseUnknown_var {
   }
 
  private:
+  void AppendObject(ZefBaseUnknown* element);
   int Scan(const ZefBaseUnknown* element, int start) const;
   auto ElementAt() const {
     return [this](int position) { return elements_[static_cast<std::size_t>(position - 1)].Get(); };

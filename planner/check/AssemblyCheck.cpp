@@ -17,11 +17,11 @@ using Kind = AssemblyFinding::Kind;
 
 std::vector<const Activity*> FollowingStations(const Activity& activity) {
   std::vector<const Activity*> stations;
-  for (const embedded::ControlFlow* const flow : activity.FlowsOut()) {
-    const Activity& next = flow->To();
-    const bool known = std::find(stations.begin(), stations.end(), &next) != stations.end();
-    if (next.IsStation() && next.Data().kind == embedded::ActivityData::Kind::Physical && !known) {
-      stations.push_back(&next);
+  for (const auto& [next, flow] : activity.Next()) {
+    const bool known = std::find(stations.begin(), stations.end(), next) != stations.end();
+    if (next->IsStation() && next->Data().kind == embedded::ActivityData::Kind::Physical &&
+        !known) {
+      stations.push_back(next);
     }
   }
   return stations;

@@ -77,13 +77,13 @@ class Places {
       Include(At(activity, Below), At(*child, Own));
       Include(At(activity, Below), At(*child, Below));
     }
-    for (const embedded::ControlFlow* const flow : activity.FlowsIn()) {
+    for (const embedded::Neighbour& previous : activity.Previous()) {
       for (const Place place : {Own, Below, Before}) {
-        Include(At(activity, Before), At(flow->From(), place));
+        Include(At(activity, Before), At(*previous.activity, place));
       }
     }
     // What begins a flow has before it what its parent has.
-    if (activity.FlowsIn().empty() && activity.Parent()) {
+    if (activity.Previous().empty() && activity.Parent()) {
       Include(At(activity, Before), At(*activity.Parent(), Before));
     }
   }

@@ -73,8 +73,8 @@ class Unlink : public Gesture {
   Json Change(Session& session) override {
     const Activity& from = session.Find().ActivityOf(first_);
     const Activity& to = session.Find().ActivityOf(second_);
-    for (embedded::ControlFlow* const flow : from.FlowsOut()) {
-      if (&flow->To() != &to) continue;
+    for (const auto& [next, flow] : from.Next()) {
+      if (next != &to) continue;
       session.Document().RemoveFlow(*flow);
       return {{"from", from.Key()}, {"to", to.Key()}};
     }

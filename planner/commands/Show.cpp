@@ -25,7 +25,7 @@ std::vector<std::pair<const embedded::Activity*, std::size_t>> Walk(const embedd
     const auto [activity, depth] = open.back();
     open.pop_back();
     found.emplace_back(activity, depth);
-    const std::vector<embedded::Activity*>& children = activity->Children();
+    const auto& children = activity->Children();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
       open.emplace_back(*child, depth + 1);
     }

@@ -52,7 +52,7 @@ class Drawing {
   }
 
   static bool IsBusy(const Activity& root) {
-    return !root.FlowsIn().empty() || !root.FlowsOut().empty() || !root.Outputs().empty() ||
+    return !root.Previous().empty() || !root.Next().empty() || !root.Outputs().empty() ||
            WeldsOn(root).Size() > 0;
   }
 
@@ -90,8 +90,8 @@ class Drawing {
   }
 
   void AddFlows(const Activity& from) {
-    for (const embedded::ControlFlow* const flow : from.FlowsOut()) {
-      const std::size_t to = BoxOf(&flow->To());
+    for (const embedded::Neighbour& next : from.Next()) {
+      const std::size_t to = BoxOf(next.activity);
       if (to != FlowChart::kNone) Arrow(BoxOf(&from), to, true);
     }
   }
@@ -121,9 +121,9 @@ class Drawing {
     std::unordered_set<const Activity*> receivers;
     for (const Activity* to = &consumer; to; to = to->Parent()) receivers.insert(to);
     for (const Activity* from = &maker; from; from = from->Parent()) {
-      for (const embedded::ControlFlow* const flow : from->FlowsOut()) {
-        const auto found = arrows_.find({BoxOf(from), BoxOf(&flow->To())});
-        if (found != arrows_.end() && receivers.contains(&flow->To())) {
+      for (const embedded::Neighbour& next : from->Next()) {
+        const auto found = arrows_.find({BoxOf(from), BoxOf(next.activity)});
+        if (found != arrows_.end() && receivers.contains(next.activity)) {
           return chart_.arrows[found->second];
         }
       }

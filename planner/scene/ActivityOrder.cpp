@@ -17,8 +17,8 @@ Graph FlowsAmong(const Activities& activities) {
   for (const Activity* const activity : activities) numbers.emplace(activity, numbers.size());
   Graph next(activities.size());
   for (const Activity* const activity : activities) {
-    for (const embedded::ControlFlow* const flow : activity->FlowsOut()) {
-      const auto to = numbers.find(&flow->To());
+    for (const embedded::Neighbour& following : activity->Next()) {
+      const auto to = numbers.find(following.activity);
       if (to != numbers.end()) next[numbers[activity]].push_back(to->second);
     }
   }
@@ -43,7 +43,7 @@ std::vector<const Activity*> InProcessOrder(const embedded::Document& iDocument)
     const Activity* const activity = open.back();
     open.pop_back();
     found.push_back(activity);
-    const Activities children = Sorted(activity->Children());
+    const Activities children = Sorted({activity->Children().begin(), activity->Children().end()});
     open.insert(open.end(), children.rbegin(), children.rend());
   }
   return found;

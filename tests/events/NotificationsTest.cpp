@@ -89,10 +89,9 @@ TEST_F(NotificationsTest, WhatIsRemovedIsStillWholeOrAlreadyGoneAsItsKindSays) {
     if (ObjectAs<ProductOutput>(change.GetSon())) {
       seen.push_back("outputs " + std::to_string(a->Outputs().size()));
     } else if (const auto* const removed = ObjectAs<ControlFlow>(change.GetSon())) {
-      seen.push_back("flows " + std::to_string(a->FlowsOut().size()) + " to " +
-                     removed->To().Key());
+      seen.push_back("flows " + std::to_string(a->Next().size()) + " to " + removed->To().Key());
     } else {
-      seen.push_back("flows " + std::to_string(b->FlowsIn().size()) + " below " +
+      seen.push_back("flows " + std::to_string(b->Previous().size()) + " below " +
                      b->Parent()->Key());
     }
   };

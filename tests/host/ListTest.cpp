@@ -53,8 +53,13 @@ TEST_F(ListTest, AWalkPassesOverWhatDoesNotAnswerAndSeesTheListGrow) {
   }
   EXPECT_EQ(met, (Handles{steps[0], steps[2], steps[3]}));
   for (const auto& item : Each<ZefISPPItem>(static_cast<const List*>(nullptr))) FAIL() << &item;
-  for (const auto& item : Each<ZefISPPItem>(ListOf(steps))) met.push_back(item);
-  EXPECT_EQ(met.size(), 3u + 59u) << "a list of its own";
+  met.clear();
+  const unsigned int before = steps[0]->ReferenceCount();
+  for (const auto& item : Each<ZefISPPItem>(ListOf(steps))) {
+    EXPECT_EQ(steps[0]->ReferenceCount(), before + 1) << "of the walk or of what it met";
+    met.push_back(item);
+  }
+  EXPECT_EQ(met.size(), 59u) << "a list of its own, given back element by element";
 }
 
 TEST_F(ListTest, RandomOperationsGiveWhatAPlainModelGives) {
@@ -77,7 +82,7 @@ TEST_F(ListTest, RandomOperationsGiveWhatAPlainModelGives) {
     const Handles some = {any(), any()};
     const int position = static_cast<int>(random() % (model.size() + 3)) - 1;
     if (operation < 38) {
-      list.Append(some[0]);
+      list.Append(some[0].Get());
       model.push_back(some[0]);
     } else if (operation < 68) {
       EXPECT_EQ(list.Locate(ZefISPPItem_var(some[0]), position), locate(some[0], position));
@@ -92,6 +97,10 @@ TEST_F(ListTest, RandomOperationsGiveWhatAPlainModelGives) {
     } else if (operation < 96) {
       list.Remove(ListOf(some));
       std::erase_if(model, [&](const auto& e) { return e == some[0] || e == some[1]; });
+    } else if (operation < 97) {
+      const bool isThere = position >= 1 && position <= list.Size();
+      auto* const element = isThere ? &model[static_cast<std::size_t>(position - 1)] : nullptr;
+      EXPECT_EQ(list.Take(position), element ? std::exchange(*element, nullptr) : nullptr);
     } else if (operation < 99) {
       list.Append(ListOf(some));
       model.insert(model.end(), some.begin(), some.end());

@@ -26,15 +26,15 @@ embedded::ControlFlow& Line::Link(const std::string& from, const std::string& to
 }
 
 void Line::LinkOnce(const std::string& from, const std::string& to) {
-  for (const embedded::ControlFlow* const flow : At(from).FlowsOut()) {
-    if (&flow->To() == &At(to)) return;
+  for (const embedded::Neighbour& next : At(from).Next()) {
+    if (next.activity == &At(to)) return;
   }
   Link(from, to);
 }
 
 void Line::Unlink(const std::string& from, const std::string& to) {
-  for (embedded::ControlFlow* const flow : At(from).FlowsOut()) {
-    if (&flow->To() == &At(to)) return plant.Document()->RemoveFlow(*flow);
+  for (const auto& [next, flow] : At(from).Next()) {
+    if (next == &At(to)) return plant.Document()->RemoveFlow(*flow);
   }
 }
 

@@ -1,0 +1,73 @@
+#include <memory>
+
+#include "embedded/model/Activity.h"
+#include "host/values/FetchAhead.h"
+
+namespace embedded {
+
+namespace {
+
+// What a walk of the tree reads of an activity, which may have ended: its first bases.
+void FetchPlace(const void* activity) {
+  FetchBytes(activity, sizeof(ZefISPPActivity) + sizeof(SelectiveObject) + sizeof(TreePlace));
+}
+
+}  // namespace
+
+void Activity::AddChild(Activity& ioChild) {
+  ioChild.parent_ = this;
+  children_.push_back(&ioChild);
+  const std::size_t position = children_.size() - 1;
+  const bool isFirst = parent_ && parent_->children_.front() == this;
+  if (isFirst && position < below_.size()) parent_->below_[position] = &ioChild;
+}
+
+// A walk of the tree goes on with the children, and with those of the first child.
+void Activity::FetchBelow() const {
+  for (const Activity* const child : FirstFew(children_)) FetchPlace(child);
+  for (const void* const below : below_) {
+    if (below) FetchPlace(below);
+  }
+}
+
+HRESULT Activity::GetParentActivity(ZefISPPAbstractActivity_var& oParent) {
+  if (FaultPoint::Strikes()) return E_FAIL;
+  oParent = parent_ ? ZefISPPAbstractActivity_var(parent_->Identity()) : nullptr;
+  return S_OK;
+}
+
+ZefListValZefBaseUnknown_var* Activity::GetChildren(const ZefUnicodeString& iType) {
+  if (FaultPoint::Strikes()) return nullptr;
+  const std::size_t size = children_.size();
+  auto children = std::make_unique<ZefListValZefBaseUnknown_var>(static_cast<int>(size));
+  for (std::size_t i = 0; i < size; ++i) {
+    FetchAhead(children_, i);
+    Activity* const child = children_[i];
+    child->FetchBelow();
+    if (iType == "" || child->GetMetaObject()->IsAKindOf(iType)) {
+      children->Append(child->Identity());
+    }
+  }
+  return children.release();
+}
+
+ZefBaseUnknown* Activity::GetFather() {
+  if (!parent_ || FaultPoint::Strikes()) return nullptr;
+  return ZefBaseUnknown_var(parent_->Identity()).Detach();
+}
+
+std::vector<const Activity*> Activity::OwnScope() const {
+  std::vector<const Activity*> scope;
+  std::vector<const Activity*> open{this};
+  while (!open.empty()) {
+    const Activity* const activity = open.back();
+    open.pop_back();
+    scope.push_back(activity);
+    for (auto child = activity->children_.rbegin(); child != activity->children_.rend(); ++child) {
+      if (!(*child)->IsStation()) open.push_back(*child);
+    }
+  }
+  return scope;
+}
+
+}  // namespace embedded
