@@ -58,7 +58,7 @@ class FlowPlace : public ZefISPPFlowMgt {
 // not counted. An activity that was removed from its document keeps its data and answers that it
 // has neither parent nor children nor flows.
 class Activity final
-    : public ComponentObject<ZefISPPActivity, TreePlace, FlowPlace, ZefISPPActivityRoot,
+    : public ComponentObject<ZefISPPActivity, FlowPlace, TreePlace, ZefISPPActivityRoot,
                              ZefISPPItemMgt, ZefISpecObject, Linkable, Redrawable, Aliased,
                              ZefISPPActivityModificationEvents, TuvIBIWActivity,
                              TuvIBIWActivityWelding, TuvIBIWActivityCurveFastening, TuvIBIWItemInfo,

@@ -30,7 +30,6 @@ void FetchBehind(const FlowPlace::Neighbours& neighbours,
     for (const Neighbour& next : FirstFew((neighbour.activity->*further)())) {
       const FlowPlace* const place = next.activity;
       FetchAhead(next.activity);
-      FetchAhead(place);
       FetchBytes(&(place->*further)(), sizeof(FlowPlace::Neighbours));
     }
   }

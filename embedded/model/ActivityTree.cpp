@@ -7,9 +7,12 @@ namespace embedded {
 
 namespace {
 
-// What a walk of the tree reads of an activity, which may have ended: its first bases.
+// What a walk of the tree reads of an activity, which may have ended.
 void FetchPlace(const void* activity) {
-  FetchBytes(activity, sizeof(ZefISPPActivity) + sizeof(SelectiveObject) + sizeof(TreePlace));
+  constexpr std::size_t kBefore =
+      sizeof(ZefISPPActivity) + sizeof(SelectiveObject) + sizeof(FlowPlace);
+  FetchAhead(activity);
+  FetchBytes(static_cast<const char*>(activity) + kBefore, sizeof(TreePlace));
 }
 
 }  // namespace
