@@ -14,7 +14,6 @@
 #include "host/document/ZefISpecObject.h"
 #include "host/fastening/Fastening.h"
 #include "host/process/Process.h"
-#include "host/values/FetchAhead.h"
 
 namespace embedded {
 
