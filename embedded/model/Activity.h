@@ -21,43 +21,36 @@ class Activity;
 class ControlFlow;
 class ProductOutput;
 
-// An activity's place in the tree and in the flow, each beside the interface that is asked for it
-// and with the first entries in it: walks over many activities then touch little memory of each.
+// Holds the first few in itself: walks over many activities then touch little memory of each.
+using Activities = boost::container::small_vector<Activity*, 3>;
+
+// An activity's place in the tree and in the flow, each beside the interface that is asked for it.
 class TreePlace : public ZefISPPChildManagement {
  public:
-  using Activities = boost::container::small_vector<Activity*, 2>;
   const Activities& Children() const { return children_; }
 
  protected:
   Activities children_;
-  // First children of the first child, for fetching ahead alone: they may have ended.
-  std::array<const void*, 2> below_{};
-};
-
-// The other end of a control flow, and the flow.
-struct Neighbour {
-  Activity* activity;
-  ControlFlow* flow;
-  friend bool operator==(const Neighbour&, const Neighbour&) = default;
+  // The first activities three levels below, for fetching ahead alone: they may have ended.
+  std::array<const void*, 3> below_{};
 };
 
 class FlowPlace : public ZefISPPFlowMgt {
  public:
   // One for each flow, in the order of the flows.
-  using Neighbours = boost::container::small_vector<Neighbour, 4>;
-  const Neighbours& Previous() const { return previous_; }
-  const Neighbours& Next() const { return next_; }
+  const Activities& Previous() const { return previous_; }
+  const Activities& Next() const { return next_; }
 
  protected:
-  Neighbours previous_;
-  Neighbours next_;
+  Activities previous_;
+  Activities next_;
 };
 
 // A step of the process. The document owns activities and flows; the tree and the neighbours are
 // not counted. An activity that was removed from its document keeps its data and answers that it
 // has neither parent nor children nor flows.
 class Activity final
-    : public ComponentObject<ZefISPPActivity, FlowPlace, TreePlace, ZefISPPActivityRoot,
+    : public ComponentObject<ZefISPPActivity, TreePlace, FlowPlace, ZefISPPActivityRoot,
                              ZefISPPItemMgt, ZefISpecObject, Linkable, Redrawable, Aliased,
                              ZefISPPActivityModificationEvents, TuvIBIWActivity,
                              TuvIBIWActivityWelding, TuvIBIWActivityCurveFastening, TuvIBIWItemInfo,
@@ -107,6 +100,8 @@ class Activity final
   bool IsRoot() const { return isRoot_; }
   bool IsStation() const { return data_.role == ActivityData::Role::Station; }
   Activity* Parent() const { return parent_; }
+  // The first flow that leads on to the activity; null when there is none.
+  ControlFlow* FlowTo(const Activity& iNext) const;
   const std::vector<Owned<ProductOutput>>& Outputs() const { return outputs_; }
   const LinkList& Links() const { return links_; }
   // The links that join the item to this activity, oldest first.
@@ -128,6 +123,7 @@ class Activity final
   friend class ProductOutput;
 
   void AddChild(Activity& ioChild);
+  void LeaveFlows();
   void FetchBelow() const;
   // Null once the document ended.
   ZefSPPActivityNotificationDispatcher* GetOwnDispatcher() const;
@@ -139,6 +135,9 @@ class Activity final
   // The activity and the activities nested in it that are no stations, parents first.
   std::vector<const Activity*> OwnScope() const;
 
+  // Those that lead to the previous activities and to the next, at the same positions.
+  std::vector<ControlFlow*> previousFlows_;
+  std::vector<ControlFlow*> nextFlows_;
   Activity* parent_ = nullptr;
   std::vector<Owned<ProductOutput>> outputs_;
   LinkList links_;

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "embedded/model/Activity.h"
 #include "embedded/model/ControlFlow.h"
 #include "embedded/model/MfgAssembly.h"
@@ -10,12 +12,11 @@ namespace embedded {
 namespace {
 
 // Neighbours in the order of their flows, each once.
-ZefListValZefBaseUnknown_var EachOnce(const FlowPlace::Neighbours& neighbours,
-                                      const ZefUnicodeString& type) {
+ZefListValZefBaseUnknown_var EachOnce(const Activities& neighbours, const ZefUnicodeString& type) {
   ZefListValZefBaseUnknown_var activities;
   if (FaultPoint::Strikes()) return activities;
   const bool isOfAnyKind = type == "Activity";
-  for (const auto& [activity, flow] : neighbours) {
+  for (Activity* const activity : neighbours) {
     const ZefBaseUnknown_var identity = activity->Identity();
     if (!isOfAnyKind && !activity->GetMetaObject()->IsAKindOf(type)) continue;
     if (activities.Locate(identity) == 0) activities.Append(identity);
@@ -24,13 +25,13 @@ ZefListValZefBaseUnknown_var EachOnce(const FlowPlace::Neighbours& neighbours,
 }
 
 // A walk along the flow goes on from the neighbours to theirs, which are fetched from memory.
-void FetchBehind(const FlowPlace::Neighbours& neighbours,
-                 const FlowPlace::Neighbours& (FlowPlace::*further)() const) {
-  for (const Neighbour& neighbour : FirstFew(neighbours)) {
-    for (const Neighbour& next : FirstFew((neighbour.activity->*further)())) {
-      const FlowPlace* const place = next.activity;
-      FetchAhead(next.activity);
-      FetchBytes(&(place->*further)(), sizeof(FlowPlace::Neighbours));
+void FetchBehind(const Activities& neighbours, const Activities& (FlowPlace::*further)() const) {
+  for (const Activity* const neighbour : FirstFew(neighbours)) {
+    for (const Activity* const next : FirstFew((neighbour->*further)())) {
+      const FlowPlace* const place = next;
+      FetchAhead(next);
+      FetchAhead(place);
+      FetchBytes(&(place->*further)(), sizeof(Activities));
     }
   }
 }
@@ -50,6 +51,19 @@ ZefListValZefBaseUnknown_var Activity::GetPreviousActivities(const ZefUnicodeStr
 ZefListValZefBaseUnknown_var Activity::GetNextActivities(const ZefUnicodeString& iType) {
   FetchBehind(next_, &FlowPlace::Next);
   return EachOnce(next_, iType);
+}
+
+ControlFlow* Activity::FlowTo(const Activity& iNext) const {
+  const auto found = std::find(next_.begin(), next_.end(), &iNext);
+  return found == next_.end() ? nullptr
+                              : nextFlows_[static_cast<std::size_t>(found - next_.begin())];
+}
+
+void Activity::LeaveFlows() {
+  previous_.clear();
+  next_.clear();
+  previousFlows_.clear();
+  nextFlows_.clear();
 }
 
 ZefListValZefBaseUnknown_var Activity::GetProductOutputs(ZefISPPItem_var& oItem) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 
 #include "embedded/model/Activity.h"
@@ -9,10 +10,7 @@ namespace {
 
 // What a walk of the tree reads of an activity, which may have ended.
 void FetchPlace(const void* activity) {
-  constexpr std::size_t kBefore =
-      sizeof(ZefISPPActivity) + sizeof(SelectiveObject) + sizeof(FlowPlace);
-  FetchAhead(activity);
-  FetchBytes(static_cast<const char*>(activity) + kBefore, sizeof(TreePlace));
+  FetchBytes(activity, sizeof(ZefISPPActivity) + sizeof(WithheldInterfaces) + sizeof(TreePlace));
 }
 
 }  // namespace
@@ -20,12 +18,14 @@ void FetchPlace(const void* activity) {
 void Activity::AddChild(Activity& ioChild) {
   ioChild.parent_ = this;
   children_.push_back(&ioChild);
-  const std::size_t position = children_.size() - 1;
-  const bool isFirst = parent_ && parent_->children_.front() == this;
-  if (isFirst && position < below_.size()) parent_->below_[position] = &ioChild;
+  if (!parent_ || !parent_->parent_) return;
+  auto& below = parent_->parent_->below_;
+  const auto free = std::find(below.begin(), below.end(), nullptr);
+  if (free != below.end()) *free = &ioChild;
 }
 
-// A walk of the tree goes on with the children, and with those of the first child.
+// A walk of the tree goes on with the children. Memory comes later than that, so that those further
+// down must be named already.
 void Activity::FetchBelow() const {
   for (const Activity* const child : FirstFew(children_)) FetchPlace(child);
   for (const void* const below : below_) {

@@ -31,10 +31,11 @@ HRESULT GiveEnd(Activity& activity, ZefISPPFlowEnd_var& end) {
   return S_OK;
 }
 
-void Remove(const ControlFlow* flow, FlowPlace::Neighbours& neighbours) {
-  const auto isItsEnd = [flow](const Neighbour& neighbour) { return neighbour.flow == flow; };
-  neighbours.erase(std::remove_if(neighbours.begin(), neighbours.end(), isItsEnd),
-                   neighbours.end());
+void Remove(const ControlFlow* flow, std::vector<ControlFlow*>& flows, Activities& neighbours) {
+  const auto found = std::find(flows.begin(), flows.end(), flow);
+  if (found == flows.end()) return;
+  neighbours.erase(neighbours.begin() + (found - flows.begin()));
+  flows.erase(found);
 }
 
 }  // namespace
@@ -48,13 +49,15 @@ HRESULT ControlFlow::GetFrom(ZefISPPFlowEnd_var& oEnd) { return GiveEnd(*from_, 
 HRESULT ControlFlow::GetTo(ZefISPPFlowEnd_var& oEnd) { return GiveEnd(*to_, oEnd); }
 
 void ControlFlow::Connect() {
-  from_->next_.push_back({to_.Get(), this});
-  to_->previous_.push_back({from_.Get(), this});
+  from_->next_.push_back(to_.Get());
+  from_->nextFlows_.push_back(this);
+  to_->previous_.push_back(from_.Get());
+  to_->previousFlows_.push_back(this);
 }
 
 void ControlFlow::Disconnect() {
-  Remove(this, from_->next_);
-  Remove(this, to_->previous_);
+  Remove(this, from_->nextFlows_, from_->next_);
+  Remove(this, to_->previousFlows_, to_->previous_);
 }
 
 }  // namespace embedded

@@ -95,8 +95,7 @@ Document::~Document() {
   for (const Owned<Activity>& activity : activities_) {
     activity->parent_ = nullptr;
     activity->children_.clear();
-    activity->previous_.clear();
-    activity->next_.clear();
+    activity->LeaveFlows();
     activity->links_.ForEach([](ItemLink& link) {
       if (link.Target()) link.Target()->DropEndedLinks();
     });
@@ -152,10 +151,10 @@ void Document::RemoveActivity(Activity& iActivity) {
   if (!iActivity.parent_) return;
   const std::vector<Owned<Activity>> removed = FromBelow(iActivity);
   for (const Owned<Activity>& activity : removed) {
-    while (!activity->previous_.empty()) RemoveFlow(*activity->previous_.front().flow);
-    while (!activity->next_.empty()) RemoveFlow(*activity->next_.front().flow);
+    while (!activity->previous_.empty()) RemoveFlow(*activity->previousFlows_.front());
+    while (!activity->next_.empty()) RemoveFlow(*activity->nextFlows_.front());
   }
-  TreePlace::Activities& siblings = iActivity.parent_->children_;
+  auto& siblings = iActivity.parent_->children_;
   siblings.erase(std::find(siblings.begin(), siblings.end(), &iActivity));
   for (const Owned<Activity>& activity : removed) DetachActivity(*activity);
 }

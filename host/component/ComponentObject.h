@@ -18,6 +18,11 @@ class SelectiveObject {
 
  protected:
   ~SelectiveObject() = default;
+};
+
+// Its data, a base of its own so that it stands at the beginning of the object.
+class WithheldInterfaces {
+ protected:
   // A bit for each position in the class's table.
   std::uint64_t withheld_ = 0;
 };
@@ -27,7 +32,10 @@ class SelectiveObject {
 // query; the class adds GetMetaObject and the operations. What a query reads stands together at the
 // beginning of the object.
 template <class Primary, class... Others>
-class ComponentObject : public Primary, public SelectiveObject, public Others... {
+class ComponentObject : public Primary,
+                        protected WithheldInterfaces,
+                        public Others...,
+                        public SelectiveObject {
  public:
   // The object as its root interface; the conversion itself would be ambiguous.
   ZefBaseUnknown* Identity() { return static_cast<Primary*>(this); }

@@ -77,9 +77,9 @@ class Places {
       Include(At(activity, Below), At(*child, Own));
       Include(At(activity, Below), At(*child, Below));
     }
-    for (const embedded::Neighbour& previous : activity.Previous()) {
+    for (const embedded::Activity* const previous : activity.Previous()) {
       for (const Place place : {Own, Below, Before}) {
-        Include(At(activity, Before), At(*previous.activity, place));
+        Include(At(activity, Before), At(*previous, place));
       }
     }
     // What begins a flow has before it what its parent has.

@@ -73,13 +73,13 @@ class Unlink : public Gesture {
   Json Change(Session& session) override {
     const Activity& from = session.Find().ActivityOf(first_);
     const Activity& to = session.Find().ActivityOf(second_);
-    for (const auto& [next, flow] : from.Next()) {
-      if (next != &to) continue;
-      session.Document().RemoveFlow(*flow);
-      return {{"from", from.Key()}, {"to", to.Key()}};
+    embedded::ControlFlow* const flow = from.FlowTo(to);
+    if (!flow) {
+      throw InputError("no flow leads from " + Quoted(from.Key()) + " to " + Quoted(to.Key()) +
+                       "; 'predecessors' shows what does");
     }
-    throw InputError("no flow leads from " + Quoted(from.Key()) + " to " + Quoted(to.Key()) +
-                     "; 'predecessors' shows what does");
+    session.Document().RemoveFlow(*flow);
+    return {{"from", from.Key()}, {"to", to.Key()}};
   }
 };
 

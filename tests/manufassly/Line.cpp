@@ -26,15 +26,12 @@ embedded::ControlFlow& Line::Link(const std::string& from, const std::string& to
 }
 
 void Line::LinkOnce(const std::string& from, const std::string& to) {
-  for (const embedded::Neighbour& next : At(from).Next()) {
-    if (next.activity == &At(to)) return;
-  }
-  Link(from, to);
+  if (!At(from).FlowTo(At(to))) Link(from, to);
 }
 
 void Line::Unlink(const std::string& from, const std::string& to) {
-  for (const auto& [next, flow] : At(from).Next()) {
-    if (next == &At(to)) return plant.Document()->RemoveFlow(*flow);
+  if (embedded::ControlFlow* const flow = At(from).FlowTo(At(to))) {
+    plant.Document()->RemoveFlow(*flow);
   }
 }
 
