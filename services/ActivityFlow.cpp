@@ -37,7 +37,7 @@ void AppendDescendants(const ZefISPPActivity_var& top, ZefListValZefBaseUnknown_
     ioResult.Append(child);
     return Onward::Below;
   };
-  WalkDepthFirst(
+  WalkDepthFirst<SparseGuard>(
       top, ChildActivities, append, [] { TuvKelBIWUtilsTrace.TraPutLN(kDescendantsEntry); },
       [] { TuvKelBIWUtilsTrace.TraPutLN(kDescendantsExit); });
 }

@@ -1,5 +1,9 @@
 #include <algorithm>
 
+#include "embedded/model/Owned.h"
+#include "host/component/ComponentObject.h"
+#include "host/process/ZefISPPActivity.h"
+#include "host/process/ZefISPPChildManagement.h"
 #include "services/TuvBIWServices.h"
 #include "tests/services/Sketch.h"
 
@@ -154,6 +158,46 @@ TEST_F(ActivityFlowTest, EveryServiceFindsWhatPlainRecursionFindsInRandomProcess
       ExpectAsReference(sketch, i, trace);
     }
     EXPECT_EQ(before.Differences(), "");
+  }
+}
+
+// An activity of a host that does not refuse rings in its tree.
+class Looped : public ComponentObject<ZefISPPActivity, ZefISPPChildManagement> {
+ public:
+  ZefMetaClass* GetMetaObject() const override { return ZefBaseUnknown::MetaObject(); }
+  HRESULT GetParentActivity(ZefISPPAbstractActivity_var&) override { return E_FAIL; }
+  ZefUnicodeString GetLabel() override { return {}; }
+  List* GetChildren(const ZefUnicodeString&) override {
+    auto* const children = new List;
+    for (Looped* const child : below) children->Append(child->Identity());
+    return children;
+  }
+  std::vector<Looped*> below;
+};
+
+TEST_F(ActivityFlowTest, ATreeThatLeadsBackToItselfIsWalkedToAnEnd) {
+  for (std::size_t length = 1; length <= 20; ++length) {
+    std::vector<embedded::Owned<Looped>> ring;
+    for (std::size_t i = 0; i < length; ++i) ring.push_back(embedded::MakeOwned<Looped>());
+    for (std::size_t i = 0; i < length; ++i) {
+      ring[i]->below.push_back(ring[(i + 1) % length].Get());
+    }
+    // A way off the ring.
+    const auto leaf = embedded::MakeOwned<Looped>();
+    ring.back()->below.push_back(leaf.Get());
+    trace.Take();
+    List found;
+    EXPECT_EQ(Services::GetDescendants(ring.front()->Identity(), found), S_OK);
+    for (const auto& activity : ring) EXPECT_NE(found.Locate(activity->Identity()), 0) << length;
+    EXPECT_NE(found.Locate(leaf->Identity()), 0) << length;
+    EXPECT_LE(found.Size(), 40 * static_cast<int>(length)) << "it goes on and on";
+    const Strings lines = trace.Take();
+    const auto written = [&](const std::string& line) {
+      return std::count(lines.begin(), lines.end(), line);
+    };
+    EXPECT_GT(written("TuvBIWServices::GetDescendants -- IN"), static_cast<long>(length));
+    EXPECT_EQ(written("TuvBIWServices::GetDescendants -- IN"),
+              written("TuvBIWServices::GetDescendants -- OUT"));
   }
 }
 
