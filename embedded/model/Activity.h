@@ -123,6 +123,7 @@ class Activity final
   friend class ProductOutput;
 
   void AddChild(Activity& ioChild);
+  // Forgets its flows without telling anyone, when its document ends.
   void LeaveFlows();
   void FetchBelow() const;
   // Null once the document ended.
