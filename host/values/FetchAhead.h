@@ -20,7 +20,7 @@ inline void FetchBytes(const void* iBegin, std::size_t iSize) {
 }
 
 // What queries of an object read: its beginning, up to the first of its further interfaces.
-inline void FetchAhead(const void* iObject) { FetchBytes(iObject, 5 * sizeof(void*)); }
+inline void FetchAhead(const void* iObject) { FetchBytes(iObject, 4 * sizeof(void*)); }
 
 // The same for the element that is so far behind the index in an array of pointers, or of what has
 // `Get`.
