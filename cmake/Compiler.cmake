@@ -33,6 +33,7 @@ function(tuv_compile target)
   # g++ 12 takes texts put together with + for overlapping copies once it optimises.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
   if(TUV_SANITIZE)
+    target_compile_definitions(${target} PRIVATE TUV_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-omit-frame-pointer
                                              -fno-sanitize-recover=undefined -g1)
     target_link_options(${target} PRIVATE -fsanitize=address,undefined)

@@ -12,24 +12,25 @@
 // What a walk does after it met an object.
 enum class Onward { Below, Past, Stop };
 
-// Refuses to enter an object that is on the current path, so that rings end.
+// Refuses to enter an object that is on the current path, so that rings end. It holds these
+// objects: no other one may come to lie at the address of one of them.
 class PathGuard {
   auto At() const {
-    return [this](int position) { return path_[static_cast<std::size_t>(position - 1)]; };
+    return [this](int position) { return path_[static_cast<std::size_t>(position - 1)].Get(); };
   }
 
  public:
   bool Enter(const ZefBaseUnknown* iObject) {
-    const ZefBaseUnknown* const identity = IdentityOf(iObject);
+    ZefBaseUnknown* const identity = IdentityOf(iObject);
     if (!index_.IsBuilt() && Size() == kScanned) BuildIndex();
     if (IsOnPath(identity)) return false;
-    path_.push_back(identity);
+    path_.emplace_back(identity);
     if (index_.IsBuilt() && index_.IsCrowded()) BuildIndex();
     return true;
   }
   // Leaves what was entered last.
   void Leave() {
-    if (index_.IsBuilt()) index_.DropLast(path_.back(), Size(), At());
+    if (index_.IsBuilt()) index_.DropLast(path_.back().Get(), Size(), At());
     path_.pop_back();
   }
 
@@ -41,14 +42,14 @@ class PathGuard {
   // Enters what is not into the index, if there is one.
   bool IsOnPath(const ZefBaseUnknown* identity) {
     if (index_.IsBuilt()) return index_.Add(identity, Size() + 1, At()) != 0;
-    return std::find(path_.begin(), path_.end(), identity) != path_.end();
+    return std::ranges::find(path_, identity, &ZefBaseUnknown_var::Get) != path_.end();
   }
   void BuildIndex() {
     index_.Reset(path_.size());
     for (int i = 1; i <= Size(); ++i) index_.Add(At()(i), i, At());
   }
 
-  std::vector<const ZefBaseUnknown*> path_;
+  std::vector<ZefBaseUnknown_var> path_;
   PositionIndex index_;
 };
 
@@ -87,7 +88,6 @@ template <class Guard = PathGuard, class I, class Children, class Meet, class En
 bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& meet,
                     const Enter& enter, const Leave& leave) {
   struct Step {
-    Handle<I> node;
     std::unique_ptr<ZefListValZefBaseUnknown_var> list;
     int position = 0;
   };
@@ -96,7 +96,7 @@ bool WalkDepthFirst(const Handle<I>& top, const Children& children, const Meet& 
   const auto open = [&](const Handle<I>& node) {
     if (!guard.Enter(node)) return;
     enter();
-    path.push_back({node, children(node)});
+    path.push_back({children(node)});
   };
   open(top);
   while (!path.empty()) {

@@ -36,6 +36,7 @@ SEAMS = {
     r"boost/": (
         "bench/",
         "embedded/model/Activity.h",
+        "embedded/model/ActivityMemory.cpp",
         "planner/check/NearPoints",
         "planner/check/LoadedParts",
         "planner/scene/Page",

@@ -29,6 +29,7 @@ Activity::Activity(const ActivityData& iData, bool iIsRoot, MembershipPointer iM
     : data_(iData), isRoot_(iIsRoot) {
   if (data_.label.empty()) data_.label = data_.key;
   alias_ = data_.key;
+  below_.fill(this);
   Join(std::move(iMembership));
   Withhold(*this, data_, iIsRoot);
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <boost/container/small_vector.hpp>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -31,7 +32,8 @@ class TreePlace : public ZefISPPChildManagement {
 
  protected:
   Activities children_;
-  // The first activities three levels below, for fetching ahead alone: they may have ended.
+  // The first activities three levels below, for fetching ahead alone: they may have ended. The
+  // activity itself stands for missing ones: the processor would guess wrong which are there.
   std::array<const void*, 3> below_{};
 };
 
@@ -59,6 +61,10 @@ class Activity final
   Activity(const ActivityData& iData, bool iIsRoot, MembershipPointer iMembership);
   ~Activity() override;
   ZefMetaClass* GetMetaObject() const override;
+
+  // Activities lie side by side in memory, for walks over many of them.
+  static void* operator new(std::size_t iSize) noexcept;
+  static void operator delete(void* iActivity) noexcept;
 
   // The tree.
   HRESULT GetParentActivity(ZefISPPAbstractActivity_var& oParent) override;

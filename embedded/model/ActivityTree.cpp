@@ -19,8 +19,9 @@ void Activity::AddChild(Activity& ioChild) {
   ioChild.parent_ = this;
   children_.push_back(&ioChild);
   if (!parent_ || !parent_->parent_) return;
-  auto& below = parent_->parent_->below_;
-  const auto free = std::find(below.begin(), below.end(), nullptr);
+  Activity* const above = parent_->parent_;
+  auto& below = above->below_;
+  const auto free = std::find(below.begin(), below.end(), above);
   if (free != below.end()) *free = &ioChild;
 }
 
@@ -28,9 +29,7 @@ void Activity::AddChild(Activity& ioChild) {
 // down must be named already.
 void Activity::FetchBelow() const {
   for (const Activity* const child : FirstFew(children_)) FetchPlace(child);
-  for (const void* const below : below_) {
-    if (below) FetchPlace(below);
-  }
+  for (const void* const below : below_) FetchPlace(below);
 }
 
 HRESULT Activity::GetParentActivity(ZefISPPAbstractActivity_var& oParent) {

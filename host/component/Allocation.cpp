@@ -10,7 +10,10 @@ int allocationsUntilFailure = 0;
 
 void FailAllocation(int iNth) { allocationsUntilFailure = iNth; }
 
+bool AllocationFails() noexcept {
+  return allocationsUntilFailure > 0 && --allocationsUntilFailure == 0;
+}
+
 void* AllocateOrNull(std::size_t iSize) noexcept {
-  if (allocationsUntilFailure > 0 && --allocationsUntilFailure == 0) return nullptr;
-  return std::malloc(iSize);
+  return AllocationFails() ? nullptr : std::malloc(iSize);
 }

@@ -15,6 +15,7 @@ struct alignas(std::max_align_t) Block {
   std::uintptr_t next;
   std::uintptr_t previous;
 };
+static_assert(sizeof(Block) == kObjectRecord && alignof(Block) == kObjectRecord);
 
 std::uintptr_t Hidden(const Block* block) { return ~reinterpret_cast<std::uintptr_t>(block); }
 Block* Shown(std::uintptr_t hidden) { return reinterpret_cast<Block*>(~hidden); }
@@ -39,21 +40,27 @@ const void* VirtualTable(const Block* block) {
 
 }  // namespace
 
-void* AllocateObject(std::size_t iSize) noexcept {
-  void* const memory = AllocateOrNull(sizeof(Block) + iSize);
-  if (!memory) return nullptr;
-  Block* const block = ::new (memory) Block{head.next, Hidden(&head)};
+void* RecordObject(void* iBlock) noexcept {
+  if (!iBlock) return nullptr;
+  Block* const block = ::new (iBlock) Block{head.next, Hidden(&head)};
   Chain(block);
   ++live;
   return block + 1;
 }
 
-void FreeObject(void* iObject) noexcept {
-  if (!iObject) return;
+void* ForgetObject(void* iObject) noexcept {
   Block* const block = static_cast<Block*>(iObject) - 1;
   Unchain(block);
   --live;
-  std::free(block);
+  return block;
+}
+
+void* AllocateObject(std::size_t iSize) noexcept {
+  return RecordObject(AllocateOrNull(sizeof(Block) + iSize));
+}
+
+void FreeObject(void* iObject) noexcept {
+  if (iObject) std::free(ForgetObject(iObject));
 }
 
 long CountLiveObjects() { return live; }

@@ -11,6 +11,14 @@
 void* AllocateObject(std::size_t iSize) noexcept;
 void FreeObject(void* iObject) noexcept;
 
+// For a class with memory of its own, which has this many bytes in front of each object.
+inline constexpr std::size_t kObjectRecord = 2 * sizeof(void*);
+// Makes a block, aligned to `kObjectRecord`, known and answers where its object goes; null for
+// null.
+void* RecordObject(void* iBlock) noexcept;
+// The other way round: answers the block, which is the caller's again.
+void* ForgetObject(void* iObject) noexcept;
+
 // Objects made with new that are alive, each counted once, whatever its number of interfaces.
 long CountLiveObjects();
 

@@ -105,8 +105,9 @@ void ZefListValZefBaseUnknown_var::RemoveAll() {
   index_.Clear();
   std::vector<ZefBaseUnknown_var> removed;
   removed.swap(elements_);
-  for (std::size_t i = 0; i < removed.size(); ++i) {
-    FetchCountAhead(removed, i);
+  // The last first: it is the likeliest to be in the cache still.
+  for (std::size_t i = removed.size(); i-- > 0;) {
+    if (i >= kFetchedAhead) FetchBytes(removed[i - kFetchedAhead].Get(), 1);
     removed[i] = nullptr;
   }
 }
