@@ -53,7 +53,8 @@ using Pool = boost::pool<LargePages>;
 
 Pool& Memory() {
   constexpr std::size_t kFirstBlock = 32;
-  constexpr std::size_t kLargestBlock = 8192;
+  // Fills four large pages, but for what the pool notes in each block.
+  constexpr std::size_t kLargestBlock = (4 * kLargePage - kLine) / kSlot;
   // Never ended: an activity may outlive everything static.
   alignas(Pool) static std::byte place[sizeof(Pool)];
   static Pool& pool = *::new (place) Pool(kSlot, kFirstBlock, kLargestBlock);
