@@ -42,11 +42,18 @@ struct LargePages {
     const bool isLarge = size >= kLargePage;
     const size_type unit = isLarge ? kLargePage : kLine;
     void* const memory = std::aligned_alloc(unit, RoundUp(size, unit));
-    // A system without large pages refuses, and small ones do as well.
-    if (memory && isLarge) ::madvise(memory, RoundUp(size, unit), MADV_HUGEPAGE);
+    if (memory && isLarge) MakeLarge(memory, RoundUp(size, unit));
     return static_cast<char*>(memory);
   }
   static void free(char* memory) { std::free(memory); }
+
+ private:
+  // Memory that was used before has small pages, which must go first. A system without large pages
+  // refuses, and small ones do as well.
+  static void MakeLarge(void* memory, size_type size) {
+    ::madvise(memory, size, MADV_DONTNEED);
+    ::madvise(memory, size, MADV_HUGEPAGE);
+  }
 };
 
 using Pool = boost::pool<LargePages>;
