@@ -59,7 +59,7 @@ class WalkBack {
   };
 
   void Enter(const ZefISPPActivity_var& activity) {
-    if (!activity || !guard_.Enter(IdentityOf(activity))) return;
+    if (!activity || !guard_.Enter(activity)) return;
     path_.push_back({activity, PreviousActivities(activity)});
   }
 

@@ -13,8 +13,8 @@ void FreeObject(void* iObject) noexcept;
 
 // For a class with memory of its own, which has this many bytes in front of each object.
 inline constexpr std::size_t kObjectRecord = 2 * sizeof(void*);
-// Makes a block, aligned to `kObjectRecord`, known and answers where its object goes; null for
-// null.
+// Makes a block known, which is aligned to `kObjectRecord`, and answers where its object goes. Null
+// for null.
 void* RecordObject(void* iBlock) noexcept;
 // The other way round: answers the block, which is the caller's again.
 void* ForgetObject(void* iObject) noexcept;

@@ -35,11 +35,11 @@ void FetchAhead(const Elements& iElements, std::size_t iIndex) {
   }
 }
 
-// The count of a handle's object alone, for passes that only take or give back references.
+// The count of a handle's object alone, for passes that only take or give back references. Nothing
+// for an index beyond the end, or before the beginning and so very large.
 template <class Handles>
-void FetchCountAhead(const Handles& iHandles, std::size_t iIndex) {
-  if (iIndex + kFetchedAhead >= iHandles.size()) return;
-  FetchBytes(iHandles[iIndex + kFetchedAhead].Get(), 1);
+void FetchCount(const Handles& iHandles, std::size_t iIndex) {
+  if (iIndex < iHandles.size()) FetchBytes(iHandles[iIndex].Get(), 1);
 }
 
 // The first elements of an array: a walk that may go on to any of its elements has these fetched.

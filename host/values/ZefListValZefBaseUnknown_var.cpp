@@ -19,7 +19,7 @@ ZefListValZefBaseUnknown_var::ZefListValZefBaseUnknown_var(
     const ZefListValZefBaseUnknown_var& iOther) {
   elements_.reserve(iOther.elements_.size());
   for (std::size_t i = 0; i < iOther.elements_.size(); ++i) {
-    FetchCountAhead(iOther.elements_, i);
+    FetchCount(iOther.elements_, i + kFetchedAhead);
     elements_.push_back(iOther.elements_[i]);
   }
 }
@@ -107,7 +107,7 @@ void ZefListValZefBaseUnknown_var::RemoveAll() {
   removed.swap(elements_);
   // The last first: it is the likeliest to be in the cache still.
   for (std::size_t i = removed.size(); i-- > 0;) {
-    if (i >= kFetchedAhead) FetchBytes(removed[i - kFetchedAhead].Get(), 1);
+    FetchCount(removed, i - kFetchedAhead);
     removed[i] = nullptr;
   }
 }

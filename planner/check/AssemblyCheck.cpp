@@ -17,7 +17,7 @@ using Kind = AssemblyFinding::Kind;
 
 std::vector<const Activity*> FollowingStations(const Activity& activity) {
   std::vector<const Activity*> stations;
-  for (embedded::Activity* const next : activity.Next()) {
+  for (const Activity* const next : activity.Next()) {
     const bool known = std::find(stations.begin(), stations.end(), next) != stations.end();
     if (next->IsStation() && next->Data().kind == embedded::ActivityData::Kind::Physical &&
         !known) {

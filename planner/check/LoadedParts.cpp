@@ -77,7 +77,7 @@ class Places {
       Include(At(activity, Below), At(*child, Own));
       Include(At(activity, Below), At(*child, Below));
     }
-    for (const embedded::Activity* const previous : activity.Previous()) {
+    for (const Activity* const previous : activity.Previous()) {
       for (const Place place : {Own, Below, Before}) {
         Include(At(activity, Before), At(*previous, place));
       }

@@ -90,7 +90,7 @@ class Drawing {
   }
 
   void AddFlows(const Activity& from) {
-    for (const embedded::Activity* const next : from.Next()) {
+    for (const Activity* const next : from.Next()) {
       const std::size_t to = BoxOf(next);
       if (to != FlowChart::kNone) Arrow(BoxOf(&from), to, true);
     }
@@ -121,7 +121,7 @@ class Drawing {
     std::unordered_set<const Activity*> receivers;
     for (const Activity* to = &consumer; to; to = to->Parent()) receivers.insert(to);
     for (const Activity* from = &maker; from; from = from->Parent()) {
-      for (const embedded::Activity* const next : from->Next()) {
+      for (const Activity* const next : from->Next()) {
         const auto found = arrows_.find({BoxOf(from), BoxOf(next)});
         if (found != arrows_.end() && receivers.contains(next)) {
           return chart_.arrows[found->second];

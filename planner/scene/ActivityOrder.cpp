@@ -17,7 +17,7 @@ Graph FlowsAmong(const Activities& activities) {
   for (const Activity* const activity : activities) numbers.emplace(activity, numbers.size());
   Graph next(activities.size());
   for (const Activity* const activity : activities) {
-    for (const embedded::Activity* const following : activity->Next()) {
+    for (const Activity* const following : activity->Next()) {
       const auto to = numbers.find(following);
       if (to != numbers.end()) next[numbers[activity]].push_back(to->second);
     }
