@@ -5,6 +5,18 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# What people get unless they ask for something else: optimised, with debug information.
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Debug is for developers" FORCE)
+endif()
+
+# Programs that people get are loaded at another address each time.
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+  include(CheckPIESupported)
+  check_pie_supported()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
+
 # A symbol that is unique in the process keeps its library mapped after dlclose.
 check_cxx_compiler_flag(-fno-gnu-unique TUV_HAS_NO_GNU_UNIQUE)
 
@@ -15,11 +27,22 @@ if(TUV_CCACHE)
 endif()
 
 # The sanitizers' build, the longest, reads a target's costly headers once. The others read them in
-# every file: there each file must include what it uses.
+# every file unless told otherwise: there each file must include what it uses.
 function(tuv_precompile target)
-  if(TUV_SANITIZE)
+  if(TUV_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${ARGN})
   endif()
+endfunction()
+
+# Faults in memory end the program where they happen, and what the loader has bound cannot be
+# rebound. The debug build goes without, the sanitizers see more.
+function(tuv_harden target)
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug" OR TUV_SANITIZE OR NOT TUV_HARDEN)
+    return()
+  endif()
+  target_compile_options(${target} PRIVATE -fstack-protector-strong -U_FORTIFY_SOURCE
+                                           -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
+  target_link_options(${target} PRIVATE LINKER:-z,relro,-z,now)
 endfunction()
 
 # How every target of the project is compiled.
@@ -38,4 +61,5 @@ function(tuv_compile target)
                                              -fno-sanitize-recover=undefined -g1)
     target_link_options(${target} PRIVATE -fsanitize=address,undefined)
   endif()
+  tuv_harden(${target})
 endfunction()
