@@ -12,6 +12,7 @@
 #include "planner/language/Script.h"
 #include "planner/language/Shell.h"
 #include "planner/language/Terminal.h"
+#include "planner/report/Printable.h"
 
 namespace biwplan {
 
@@ -131,7 +132,7 @@ Status SaveAfter(bool isSuccess, bool keepsGoing, Session& session, Console& con
   const bool isKept = isSuccess || keepsGoing;
   if (session.IsChanged() && isKept) session.Save();
   if (session.IsChanged()) {
-    console.messages << "biwplan: " << session.File().string() << " is left as it was\n";
+    console.messages << "biwplan: " << Printable(session.File().string()) << " is left as it was\n";
   }
   return isSuccess ? kDone : kBad;
 }
@@ -190,7 +191,7 @@ int RunProgram(const std::vector<std::string>& iArguments, const Surroundings& i
   } catch (const std::bad_alloc&) {
     ioConsole.messages << "biwplan: the memory does not suffice\n";
   } catch (const std::exception& error) {
-    ioConsole.messages << "biwplan: " << error.what() << '\n';
+    ioConsole.messages << "biwplan: " << Printable(error.what()) << '\n';
   }
   return kBad;
 }

@@ -1,23 +1,57 @@
 #include "planner/Session.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "embedded/Error.h"
 #include "embedded/dialog/ConsoleDialogs.h"
 #include "embedded/storage/DocumentFile.h"
+#include "host/component/ZefTrace.h"
 #include "planner/import/RowFault.h"
+#include "planner/report/Printable.h"
 #include "services/TuvBIWServices.h"
 
 namespace biwplan {
 
+namespace {
+
+bool HasLineEnd(const std::string& text) { return text.find('\n') != std::string::npos; }
+
+bool HasLineEnds(const embedded::Document& document) {
+  const auto isOf = [](const auto& objects, const auto& nameOf) {
+    return std::any_of(objects.begin(), objects.end(), [&](const auto& object) {
+      return HasLineEnd(object->Key()) || HasLineEnd(nameOf(*object));
+    });
+  };
+  return isOf(document.Activities(), [](const auto& each) { return each.Data().label; }) ||
+         isOf(document.Products(), [](const auto& each) { return each.Data().name; }) ||
+         isOf(document.Assemblies(), [](const auto& each) { return each.OwnName(); });
+}
+
+}  // namespace
+
 int Session::Dialogs::Show(const DialogRequest& iRequest) {
   console_.results.flush();
-  embedded::ConsoleDialogs(console_.messages).Show(iRequest);
+  DialogRequest shown = iRequest;
+  shown.title = Printable(shown.title);
+  if (joinsLines_) shown.message = Printable(shown.message);
+  embedded::ConsoleDialogs(console_.messages).Show(shown);
   return RecordedDialogs::Show(iRequest);
 }
 
+Session::Traces::Traces(Console& ioConsole) {
+  DivertTraces(
+      [&ioConsole](const char* line) { ioConsole.messages << Printable(line) << std::endl; });
+}
+
+Session::Traces::~Traces() { DivertTraces({}); }
+
 Session::Session(std::filesystem::path iFile, Console& ioConsole)
-    : file_(std::move(iFile)), console_(ioConsole), dialogs_(console_), application_(dialogs_) {}
+    : file_(std::move(iFile)),
+      console_(ioConsole),
+      traces_(console_),
+      dialogs_(console_),
+      application_(dialogs_) {}
 
 Session::~Session() { DropLabels(); }
 
@@ -66,6 +100,7 @@ void Session::KeepUpdate() {
 void Session::Adopt() {
   update_ = nullptr;
   isColouring_ = false;
+  dialogs_.JoinLines(HasLineEnds(*application_.Edited()));
   const embedded::Document::Settings& settings = application_.Edited()->settings;
   application_.SetPartLoadConstraint(settings.partLoadConstraint);
   if (!settings.updateThrough.empty()) Subscribe();
@@ -99,7 +134,7 @@ int Session::DropLabels() {
 }
 
 Progress Session::Watch(const std::string& iWhat, std::size_t iTotal) const {
-  return {console_.isWatched ? &console_.messages : nullptr, iWhat, iTotal};
+  return {console_.isWatched ? &console_.terminal : nullptr, iWhat, iTotal};
 }
 
 std::vector<DialogRequest> Session::TakeWarnings() {

@@ -71,13 +71,26 @@ class Session {
    public:
     explicit Dialogs(Console& ioConsole) : console_(ioConsole) {}
     int Show(const DialogRequest& iRequest) override;
+    // A message becomes one line, for a document in whose names lines end.
+    void JoinLines(bool iOn) { joinsLines_ = iOn; }
 
    private:
     Console& console_;
+    bool joinsLines_ = false;
+  };
+
+  // Has the trace lines come among the messages while it lives.
+  class Traces {
+   public:
+    explicit Traces(Console& ioConsole);
+    ~Traces();
+    Traces(const Traces&) = delete;
+    Traces& operator=(const Traces&) = delete;
   };
 
   std::filesystem::path file_;
   Console& console_;
+  Traces traces_;
   Dialogs dialogs_;
   embedded::Application application_;
   // The subscription goes through this activity alone; null while assemblies do not follow.

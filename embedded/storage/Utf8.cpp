@@ -1,16 +1,13 @@
 #include "embedded/storage/Utf8.h"
 
-#include <cstddef>
-#include <cstdint>
-
 namespace embedded {
 
 namespace {
 
 struct Sequence {
   std::size_t length;
-  std::uint32_t smallest;
-  std::uint32_t bits;
+  char32_t smallest;
+  char32_t bits;
 };
 
 // Length 0 for a byte that begins no sequence.
@@ -22,21 +19,6 @@ Sequence Begin(unsigned char byte) {
   return {0, 0, 0};
 }
 
-// Bytes of the well-formed character that `text` begins with, 0 when there is none.
-std::size_t CharacterLength(std::string_view text) {
-  const Sequence sequence = Begin(static_cast<unsigned char>(text[0]));
-  if (sequence.length == 0 || sequence.length > text.size()) return 0;
-  std::uint32_t code = sequence.bits;
-  for (std::size_t i = 1; i < sequence.length; ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    if ((byte & 0xC0) != 0x80) return 0;
-    code = (code << 6) | (byte & 0x3Fu);
-  }
-  const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-  if (code < sequence.smallest || code > 0x10FFFF || isSurrogate) return 0;
-  return sequence.length;
-}
-
 std::size_t LeadingAscii(std::string_view text) {
   std::size_t count = 0;
   while (count < text.size() && static_cast<unsigned char>(text[count]) < 0x80) ++count;
@@ -45,12 +27,26 @@ std::size_t LeadingAscii(std::string_view text) {
 
 }  // namespace
 
+Utf8Character FirstCharacter(std::string_view iText) {
+  const Sequence sequence = Begin(static_cast<unsigned char>(iText[0]));
+  if (sequence.length == 0 || sequence.length > iText.size()) return {0, 0};
+  char32_t code = sequence.bits;
+  for (std::size_t i = 1; i < sequence.length; ++i) {
+    const auto byte = static_cast<unsigned char>(iText[i]);
+    if ((byte & 0xC0) != 0x80) return {0, 0};
+    code = (code << 6) | (byte & 0x3Fu);
+  }
+  const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
+  if (code < sequence.smallest || code > 0x10FFFF || isSurrogate) return {0, 0};
+  return {code, sequence.length};
+}
+
 bool IsUtf8(std::string_view iText) {
   while (!iText.empty()) {
     const std::size_t plain = LeadingAscii(iText);
     iText.remove_prefix(plain);
     if (iText.empty()) break;
-    const std::size_t length = CharacterLength(iText);
+    const std::size_t length = FirstCharacter(iText).length;
     if (length == 0) return false;
     iText.remove_prefix(length);
   }

@@ -6,21 +6,12 @@
 #include "planner/import/Values.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
+#include "planner/report/Csv.h"
 #include "planner/report/Text.h"
 
 namespace biwplan {
 
 namespace {
-
-// Quoted where the text needs it (RFC 4180).
-std::string CsvField(const Json& text) {
-  std::string field = text.get<std::string>();
-  if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
-  for (std::size_t i = 0; (i = field.find('"', i)) != std::string::npos; i += 2) {
-    field.insert(i, 1, '"');
-  }
-  return '"' + field + '"';
-}
 
 class Check : public Command {
  public:
@@ -64,12 +55,12 @@ class Check : public Command {
   }
 
   static std::string AsCsv(const Json& findings) {
-    std::string text = "kind,weld,activity,part,message\n";
+    const std::vector<std::string> titles = {"kind", "weld", "activity", "part", "message"};
+    std::string text = CsvLine(titles);
     for (const Json& finding : findings) {
-      for (const char* const field : {"kind", "weld", "activity", "part"}) {
-        text += CsvField(finding.at(field)) + ",";
-      }
-      text += CsvField(finding.at("message")) + "\n";
+      std::vector<std::string> fields;
+      for (const std::string& title : titles) fields.push_back(finding.at(title));
+      text += CsvLine(fields);
     }
     return text;
   }

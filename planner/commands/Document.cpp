@@ -6,6 +6,7 @@
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
+#include "planner/report/Printable.h"
 
 namespace biwplan {
 
@@ -32,7 +33,7 @@ class Save : public Command {
   }
 
   std::string InWords(const Json& iData) const override {
-    return "saved " + iData.at("file").get<std::string>() + "\n";
+    return "saved " + Printable(iData.at("file").get<std::string>()) + "\n";
   }
 
  private:

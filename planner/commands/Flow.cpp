@@ -42,8 +42,8 @@ class Flow : public Command {
       return Counted(iData.at(field).get<std::size_t>(), noun);
     };
     std::string text =
-        iData.at("file").get<std::string>() + ": " + counted("stations", "station") + ", " +
-        counted("flows", "flow") + ", " + counted("welds", "weld") + ", " +
+        Printable(iData.at("file").get<std::string>()) + ": " + counted("stations", "station") +
+        ", " + counted("flows", "flow") + ", " + counted("welds", "weld") + ", " +
         std::to_string(iData.at("unassigned").get<std::size_t>()) + " on no activity; " +
         (conflicts.empty() ? "no conflicts" : Counted(conflicts.size(), "conflict")) + "\n";
     for (const Json& conflict : conflicts) {

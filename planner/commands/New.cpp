@@ -73,11 +73,11 @@ class New : public Command {
   std::string InWords(const Json& iData) const override {
     std::string text;
     for (const Json& row : iData.at("dropped")) {
-      text += welds_ + ", line " + std::to_string(row.at("line").get<long>()) + ": " +
-              row.at("reason").get<std::string>() + "\n";
+      text += Printable(welds_) + ", line " + std::to_string(row.at("line").get<long>()) + ": " +
+              Printable(row.at("reason").get<std::string>()) + "\n";
     }
-    for (const Json& note : iData.at("notes")) text += note.get<std::string>() + "\n";
-    return text + iData.at("summary").get<std::string>() + "\n" +
+    for (const Json& note : iData.at("notes")) text += Printable(note.get<std::string>()) + "\n";
+    return text + Printable(iData.at("summary").get<std::string>()) + "\n" +
            Counted(iData.at("parts").get<std::size_t>(), "part") + ", " +
            Counted(iData.at("welds").get<std::size_t>(), "weld") + ", " +
            Counted(iData.at("activities").get<std::size_t>(), "activity") + "\n";

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "embedded/Error.h"
+#include "planner/report/Printable.h"
 
 namespace biwplan {
 
@@ -69,26 +69,23 @@ std::string Located(const std::string& iSource, const RowFault& iFault) {
 void RefuseFaults(const std::string& iSource, std::size_t iRead,
                   const std::vector<RowFault>& iFaults) {
   if (iFaults.empty()) return;
-  std::string text = iSource + ": nothing is imported, because " + std::to_string(iFaults.size()) +
+  std::string text = Printable(iSource) + ": nothing is imported, because " +
+                     std::to_string(iFaults.size()) +
                      (iFaults.size() == 1 ? " fault was" : " faults were") + " found in " +
                      std::to_string(iRead) + " rows:";
   const std::size_t listed = std::min(iFaults.size(), kMostListed);
-  for (std::size_t i = 0; i < listed; ++i) text += "\n" + Located(iSource, iFaults[i]);
+  for (std::size_t i = 0; i < listed; ++i) text += '\n' + Printable(Located(iSource, iFaults[i]));
   if (listed < iFaults.size()) {
     text += "\n... and " + std::to_string(iFaults.size() - listed) + " more";
   }
-  throw embedded::InputError(text);
+  throw RefusedRows(text);
 }
 
 std::string Quoted(std::string_view iText) {
   const bool isCut = iText.size() > kQuotedBytes;
   std::size_t length = isCut ? kQuotedBytes : iText.size();
   while (isCut && length > 0 && ContinuesCharacter(iText[length])) --length;
-  std::string quoted = "\"";
-  for (const char c : iText.substr(0, length)) {
-    quoted += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c;
-  }
-  return quoted + (isCut ? "...\"" : "\"");
+  return '"' + Printable(iText.substr(0, length)) + (isCut ? "...\"" : "\"");
 }
 
 }  // namespace biwplan

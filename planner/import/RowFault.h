@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "embedded/Error.h"
+
 namespace biwplan {
 
 // Why a row of a list cannot be used.
@@ -73,7 +75,13 @@ bool RowFaults::Try(long iLine, const Use& iUse) {
   }
 }
 
-// InputError that lists the faults with file and line; `iRead` is the number of rows read. Does
+// Its text has a line for each fault and is printable as it is.
+class RefusedRows : public embedded::InputError {
+ public:
+  using embedded::InputError::InputError;
+};
+
+// Throws RefusedRows, with file and line of each fault; `iRead` is the number of rows read. Does
 // nothing when there is no fault.
 void RefuseFaults(const std::string& iSource, std::size_t iRead,
                   const std::vector<RowFault>& iFaults);
@@ -81,7 +89,7 @@ void RefuseFaults(const std::string& iSource, std::size_t iRead,
 // "file, line 7: reason".
 std::string Located(const std::string& iSource, const RowFault& iFault);
 
-// The text between quotes, cut after some forty characters, control characters as blanks.
+// The text between quotes, cut after some forty characters, as Printable makes it.
 std::string Quoted(std::string_view iText);
 
 }  // namespace biwplan

@@ -6,6 +6,7 @@
 #include "planner/language/Shell.h"
 #include "planner/language/Syntax.h"
 #include "planner/language/Words.h"
+#include "planner/report/Printable.h"
 
 namespace biwplan {
 
@@ -62,7 +63,9 @@ std::vector<std::string> Complete(const std::string& iLine, Session& ioSession) 
       words.pop_back();
     }
     for (const std::string& candidate : Candidates(words, begun, ioSession)) {
-      if (candidate.starts_with(begun)) found.push_back(QuotedWord(candidate));
+      // What cannot be shown cannot be typed either.
+      const bool isShown = Printable(candidate) == candidate;
+      if (isShown && candidate.starts_with(begun)) found.push_back(QuotedWord(candidate));
     }
   } catch (const embedded::InputError&) {
     // A line that is not finished, or a document that cannot be read, offers nothing.

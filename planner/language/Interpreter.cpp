@@ -3,6 +3,7 @@
 #include <new>
 
 #include "embedded/Error.h"
+#include "planner/import/RowFault.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
 #include "planner/language/Words.h"
@@ -20,7 +21,7 @@ std::string AsJson(const std::string& verb, const Json& data,
   for (const DialogRequest& warning : warnings) {
     object["warnings"].push_back({{"title", warning.title}, {"message", warning.message}});
   }
-  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+  return PrintableJson(object.dump(-1, ' ', false, Json::error_handler_t::replace)) + '\n';
 }
 
 }  // namespace
@@ -28,7 +29,8 @@ std::string AsJson(const std::string& verb, const Json& data,
 Outcome Interpreter::Fail(const std::string& place, const std::string& what) {
   console_.results.flush();
   session_.TakeWarnings();
-  console_.messages << "biwplan: " << place << (place.empty() ? "" : ": ") << what << '\n'
+  console_.messages << "biwplan: " << Printable(place) << (place.empty() ? "" : ": ") << what
+                    << '\n'
                     << std::flush;
   return Outcome::Failed;
 }
@@ -39,8 +41,10 @@ Outcome Interpreter::Run(const std::vector<std::string>& iWords, const std::stri
     return Perform(iWords) ? Outcome::Yes : Outcome::No;
   } catch (const std::bad_alloc&) {
     return Fail(iPlace, "the memory does not suffice");
-  } catch (const std::exception& error) {
+  } catch (const RefusedRows& error) {
     return Fail(iPlace, error.what());
+  } catch (const std::exception& error) {
+    return Fail(iPlace, Printable(error.what()));
   }
 }
 

@@ -1,5 +1,7 @@
 #include "planner/language/Shell.h"
 
+#include "planner/report/Printable.h"
+
 namespace biwplan {
 
 namespace {
@@ -11,8 +13,8 @@ bool IsAnswer(const std::optional<std::string>& text, char letter) {
 // False when the user wants to go on.
 bool SettleChanges(LineSource& user, Session& session, Interpreter& interpreter, Console& console) {
   if (!session.IsChanged()) return true;
-  const std::optional<std::string> answer =
-      user.Ask("Save the changes to " + session.File().string() + "? (yes, no, cancel) ");
+  const std::optional<std::string> answer = user.Ask(
+      "Save the changes to " + Printable(session.File().string()) + "? (yes, no, cancel) ");
   if (IsAnswer(answer, 'y')) return interpreter.Run({"save"}) != Outcome::Failed;
   if (answer && !IsAnswer(answer, 'n')) return false;
   console.messages << "biwplan: the changes are not saved\n" << std::flush;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "planner/report/Printable.h"
+
 namespace biwplan {
 
 namespace {
@@ -33,7 +35,7 @@ void Progress::Advance(std::size_t iSteps) {
 
 void Progress::Draw() {
   const std::size_t filled = done_ * kWidth / total_;
-  *terminal_ << '\r' << what_ << " [" << std::string(filled, '#')
+  *terminal_ << '\r' << Printable(what_) << " [" << std::string(filled, '#')
              << std::string(kWidth - filled, ' ') << "] " << done_ * 100 / total_ << "%\x1b[K"
              << std::flush;
   isDrawn_ = true;

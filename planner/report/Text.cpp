@@ -12,15 +12,7 @@ constexpr std::size_t kLineWidth = 100;
 
 bool ContinuesCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
-
 }  // namespace
-
-std::string Printable(std::string_view iText) {
-  std::string text(iText);
-  std::replace_if(text.begin(), text.end(), IsControl, ' ');
-  return text;
-}
 
 std::size_t Width(std::string_view iText) {
   return static_cast<std::size_t>(
@@ -79,11 +71,16 @@ std::string Number(double iNumber) {
   return text == "-0" ? "0" : text;
 }
 
+void Table::Add(const std::vector<std::string>& iCells) {
+  std::vector<std::string>& row = rows_.emplace_back();
+  for (const std::string& cell : iCells) row.push_back(Printable(cell));
+}
+
 std::string Table::Line(const std::vector<std::string>& cells,
                         const std::vector<std::size_t>& widths) const {
   std::string line;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const std::string cell = Printable(cells[i]);
+    const std::string& cell = cells[i];
     const std::string fill(widths[i] - Width(cell), ' ');
     line += (i == 0 ? "" : "  ") + (columns_[i].isNumber ? fill + cell : cell + fill);
   }

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "planner/report/Json.h"
+#include "planner/report/Printable.h"
 
 namespace biwplan {
 
-// Widths count characters. Control characters, which a document's names may hold, become blanks.
-std::string Printable(std::string_view iText);
+// Widths count characters.
+
 // Filled up with blanks; two more behind a text that is as wide or wider.
 std::string Padded(std::string_view iText, std::size_t iWidth);
 std::size_t Width(std::string_view iText);
@@ -34,7 +35,7 @@ class Table {
   };
 
   explicit Table(std::vector<Column> iColumns) : columns_(std::move(iColumns)) {}
-  void Add(std::vector<std::string> iCells) { rows_.push_back(std::move(iCells)); }
+  void Add(const std::vector<std::string>& iCells);
   // Header and rows; nothing without rows.
   std::string Text() const;
 

@@ -62,6 +62,9 @@ Handle<Zef3DRep> MakeLabel(const LibraryLoader& library) {
 }
 
 TEST_F(LibraryTest, RegistersWhatItOffers) {
+  for (const char* const drawn : {"TuvBIWCustomRep", "TuvBIWPreviewWindow"}) {
+    EXPECT_EQ(FindMetaClass(drawn), nullptr) << drawn << " is described when it is first used";
+  }
   const ZefMetaClass* const extension = FindMetaClass("TuvEUpdateManufAssly");
   ASSERT_NE(extension, nullptr);
   EXPECT_EQ(extension->GetKind(), TypeExtension);

@@ -15,7 +15,10 @@ export function make<K extends keyof HTMLElementTagNameMap>(
 ): HTMLElementTagNameMap[K] {
   const element = document.createElement(tag);
   for (const [name, value] of Object.entries(attributes)) {
-    if (value !== null && value !== false) element.setAttribute(name, value === true ? "" : String(value));
+    if (value === null || value === false) continue;
+    // The page's policy allows no style in the text of elements.
+    if (name === "style") element.style.cssText = String(value);
+    else element.setAttribute(name, value === true ? "" : String(value));
   }
   element.append(...children);
   return element;

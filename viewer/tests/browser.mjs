@@ -45,7 +45,7 @@ export const openBrowser = () =>
   chromium.launch({ executablePath: findChromium(), headless: true, args: FLAGS });
 
 /** Opens a page from disk; what goes wrong in it is in `faults`. */
-export async function openPage(browser, file, { size = { width: 1280, height: 800 }, colorScheme = "light" } = {}) {
+export async function openPage(browser, file, { size = { width: 1280, height: 800 }, colorScheme = "light", before = null } = {}) {
   const context = await browser.newContext({ viewport: size, colorScheme, reducedMotion: "reduce" });
   const page = await context.newPage();
   page.setDefaultTimeout(MOST_MS);
@@ -58,6 +58,7 @@ export async function openPage(browser, file, { size = { width: 1280, height: 80
   page.on("request", (request) => {
     if (request.url() !== url && !request.url().startsWith("data:")) faults.push(`request to ${request.url()}`);
   });
+  await before?.(page);
   await page.goto(url);
   await page.waitForSelector("body.ready, body.failed");
   return { page, faults };

@@ -5,6 +5,7 @@
 import { findChromium, openBrowser } from "./browser.mjs";
 import * as errors from "./errors.mjs";
 import * as page from "./page.mjs";
+import * as policy from "./policy.mjs";
 import * as written from "./written.mjs";
 
 const SKIPPED = 77;
@@ -18,7 +19,8 @@ const [template, ...others] = process.argv.slice(2);
 const pages = others[0] === "--biwplan" ? [written.writeExample(others[1], others[2])] : others;
 const browser = await openBrowser();
 let failed = 0;
-const cases = pages.length > 0 ? written.cases(browser, pages) : { ...page.cases(browser, template), ...errors.cases(browser, template) };
+const rooms = [page, errors, policy];
+const cases = pages.length > 0 ? written.cases(browser, pages) : Object.assign({}, ...rooms.map((room) => room.cases(browser, template)));
 for (const [name, run] of Object.entries(cases)) {
   const start = Date.now();
   try {

@@ -25,7 +25,8 @@ export function makeHelp(): void {
   for (const [key, does] of KEYS) list.append(make("dt", {}, key), make("dd", {}, does));
   const close = make("button", { type: "button" }, "Close");
   close.addEventListener("click", () => dialog().close());
-  dialog().append(make("h2", { id: "help-title" }, "Mouse and keys"), list, close);
+  dialog().prepend(make("h2", { id: "help-title" }, "Mouse and keys"), list);
+  dialog().append(close);
   byId("help-button").addEventListener("click", openHelp);
 }
 
