@@ -21,6 +21,7 @@ ZefListValZefBaseUnknown_var AssembliesAmong(const ZefListValZefBaseUnknown_var&
 }
 
 std::unique_ptr<ZefListValZefBaseUnknown_var> ChildrenOf(const TuvIMfgAssembly_var& iAssembly) {
+  if (!iAssembly) return nullptr;
   ZefListValZefBaseUnknown_var* children = nullptr;
   iAssembly->GetChildren(children);
   return std::unique_ptr<ZefListValZefBaseUnknown_var>(children);

@@ -12,7 +12,7 @@ ZefListValZefBaseUnknown_var AssembliesBehind(const ZefListValZefBaseUnknown_var
 // The manufacturing assemblies of a list, in order.
 ZefListValZefBaseUnknown_var AssembliesAmong(const ZefListValZefBaseUnknown_var& iObjects);
 
-// Direct children; null when the assembly has no list of them.
+// Direct children; null when the assembly has no list of them, and for null.
 std::unique_ptr<ZefListValZefBaseUnknown_var> ChildrenOf(const TuvIMfgAssembly_var& iAssembly);
 
 // Has the panels show the assembly anew.

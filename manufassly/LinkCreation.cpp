@@ -52,6 +52,7 @@ void MatchChildren(const TuvIMfgAssembly_var& assembly, ZefListValZefBaseUnknown
 
 void Fill(TuvEUpdateManufAssly& update, TuvIMfgAssembly_var assembly,
           const ZefListValZefBaseUnknown_var& inputs) {
+  if (!assembly) return;
   for (const auto& input : Each<ZefBaseUnknown>(inputs)) {
     TuvIMfgAssembly_var part = input;
     if (part && update.IsMAaChild(part, assembly)) {
@@ -86,18 +87,17 @@ void FillOutputOfParent(TuvEUpdateManufAssly& update, ZefISPPActivity_var& opera
   station->GetOutputs(outputs, 0);
   if (outputs.Size() >= 2) Warn(update, update.GetNameOfActivity(parent), "MultipleProductOutput");
   if (outputs.Size() != 1) return;
-  const TuvIMfgAssembly_var assembly = AssembliesBehind(outputs)[1];
-  if (assembly) Fill(update, assembly, items);
+  Fill(update, AssembliesBehind(outputs)[1], items);
 }
 
-void HandOutputsOn(TuvEUpdateManufAssly& update, ZefISPPActivity_var& activity) {
+void HandOutputsOn(TuvEUpdateManufAssly& update, ZefISPPActivity_var& activity,
+                   TuvIBIWItemInfo& station) {
   ZefISPPActivity_var next;
   update.GetNextActivityToAssign(activity, next, nullptr);
   if (!next) return;
-  const TuvIBIWItemInfo_var station = activity;
   ZefListValZefBaseUnknown_var outputs;
-  station->GetProductOutputs(outputs);
-  station->GetOutputs(outputs, 0);
+  station.GetProductOutputs(outputs);
+  station.GetOutputs(outputs, 0);
   ZefListValZefBaseUnknown_var assemblies = AssembliesBehind(outputs);
   for (TuvIMfgAssembly_var assembly : Each<TuvIMfgAssembly>(assemblies)) {
     // Each assembly is looked for in the activity after the next one.
@@ -116,19 +116,20 @@ void FollowNewFlow(TuvEUpdateManufAssly& update, const ZefISPPControlFlow_var& f
   ZefISPPFlowEnd_var unused;
   flow->GetTo(unused);
   if (!source) return;
-  if (TuvIBIWItemInfo_var(source)) {
-    HandOutputsOn(update, source);
+  const TuvIBIWItemInfo_var station = source;
+  if (station) {
+    HandOutputsOn(update, source, *station);
   } else {
     FillOutputOfParent(update, source);
   }
 }
 
-void FollowNewOutput(TuvEUpdateManufAssly& update, ZefISPPActivity_var& activity) {
-  const TuvIBIWItemInfo_var station = activity;
+void FollowNewOutput(TuvEUpdateManufAssly& update, ZefISPPActivity_var& activity,
+                     TuvIBIWItemInfo& station) {
   ZefListValZefBaseUnknown_var inputs;
   ZefListValZefBaseUnknown_var products;
-  station->GetInputItems(inputs);
-  station->GetOutputs(products, 1);
+  station.GetInputItems(inputs);
+  station.GetOutputs(products, 1);
   ZefListValZefBaseUnknown_var assemblies = AssembliesAmong(products);
   if (assemblies.Size() == 0) return;
   for (const auto& assembly : Each<TuvIMfgAssembly>(assemblies)) MatchChildren(assembly, inputs);
@@ -141,7 +142,7 @@ void FollowNewOutput(TuvEUpdateManufAssly& update, ZefISPPActivity_var& activity
   update.GetNextActivityToAssign(activity, next, nullptr);
   if (!next) return;
   ZefListValZefBaseUnknown_var outputs;
-  station->GetProductOutputs(outputs);
+  station.GetProductOutputs(outputs);
   assemblies.Append(AssembliesBehind(outputs));
   update.AssignProductsAsFirstAssign(next, assemblies);
 }
@@ -164,7 +165,8 @@ void TuvEUpdateManufAssly::CreateProductLink(ZefSPPActivityNotification*& iNotif
   if (flow) FollowNewFlow(*this, flow);
   const ZefISPPProductIO_var output = iNotification->GetSon();
   ZefISPPActivity_var father = iNotification->GetFather();
-  if (output && TuvIBIWItemInfo_var(father)) FollowNewOutput(*this, father);
+  const TuvIBIWItemInfo_var station = father;
+  if (output && station) FollowNewOutput(*this, father, *station);
 }
 
 void TuvEUpdateManufAssly::HandleDropOfFirstAssignedItems(

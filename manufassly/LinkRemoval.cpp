@@ -69,12 +69,11 @@ void WithdrawRemoved(TuvEUpdateManufAssly& update, ZefISPPActivity_var& removed,
   }
 }
 
-void RedirectOutputs(TuvEUpdateManufAssly& update, ZefISPPActivity_var& from,
-                     ZefISPPActivity_var& to) {
-  const TuvIBIWItemInfo_var station = from;
+void RedirectOutputs(TuvEUpdateManufAssly& update, TuvIBIWItemInfo& station,
+                     ZefISPPActivity_var& from, ZefISPPActivity_var& to) {
   ZefListValZefBaseUnknown_var outputs;
-  station->GetProductOutputs(outputs);
-  station->GetOutputs(outputs, 0);
+  station.GetProductOutputs(outputs);
+  station.GetOutputs(outputs, 0);
   ZefListValZefBaseUnknown_var assemblies = AssembliesBehind(outputs);
   if (assemblies.Size() == 0) return;
   for (TuvIMfgAssembly_var assembly : Each<TuvIMfgAssembly>(assemblies)) {
@@ -101,7 +100,8 @@ void WithdrawAlong(TuvEUpdateManufAssly& update, const ZefISPPControlFlow_var& c
   ZefISPPActivity_var from = ActivityAt(start);
   ZefISPPActivity_var to = ActivityAt(end);
   if (!from) return;
-  if (TuvIBIWItemInfo_var(from)) return RedirectOutputs(update, from, to);
+  const TuvIBIWItemInfo_var station = from;
+  if (station) return RedirectOutputs(update, *station, from, to);
   ZefListValZefBaseUnknown_var items;
   update.CollectFirstAssignPartsFromPreviousActs(from, items);
   update.GetFirstAssignedItems(from, items);

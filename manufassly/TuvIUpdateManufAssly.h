@@ -6,10 +6,11 @@
 
 extern TUV_EXPORT const _GUID IID_TuvIUpdateManufAssly;
 
-// Switches the update of manufacturing assemblies on and off. Every physical activity answers it;
-// the subscription that it makes is for the whole process. An application subscribes through one
-// activity and keeps to it: the first query on another activity makes the library forget the
-// subscription's identifier.
+// Switches the update of manufacturing assemblies on and off. Every object answers it whose class
+// is "PhysicalActivity" or has it among its bases; the subscription that it makes is for the whole
+// process. An application subscribes through one activity once the document is there, and keeps to
+// that activity: the first query on another one makes the library forget the subscription's
+// identifier.
 //
 // All but the last answer E_FAIL, and change nothing, when the activity has no container or its
 // process no dispatcher.

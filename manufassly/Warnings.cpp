@@ -1,3 +1,5 @@
+#include <memory>
+
 #include "host/dialog/ZefApplicationFrame.h"
 #include "host/dialog/ZefDlgNotify.h"
 #include "host/dialog/ZefFrmWindow.h"
@@ -56,12 +58,18 @@ Warning Compose(ZefMsgCatalog& catalog, ZefUnicodeString& ioNames, const ZefUnic
   return warning;
 }
 
+// Hides a dialog and has it destroyed, also when showing it raised an exception.
+struct Dismiss {
+  void operator()(ZefDlgNotify* dialog) const {
+    dialog->SetVisibility(2);
+    dialog->RequestDelayedDestruction();
+  }
+};
+
 void Show(const Warning& warning, ZefFrmWindow* parent) {
-  auto* const dialog = new ZefDlgNotify(parent, "Warning", kWarningStyle);
-  if (!dialog) return;
-  dialog->DisplayBlocked(warning.message, warning.title);
-  dialog->SetVisibility(2);
-  dialog->RequestDelayedDestruction();
+  const std::unique_ptr<ZefDlgNotify, Dismiss> dialog(
+      new ZefDlgNotify(parent, "Warning", kWarningStyle));
+  if (dialog) dialog->DisplayBlocked(warning.message, warning.title);
 }
 
 }  // namespace

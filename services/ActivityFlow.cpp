@@ -120,12 +120,9 @@ HRESULT TuvBIWServices::GetAllPredecessors(ZefISPPActivity_var iActivity,
 
 HRESULT TuvBIWServices::GetDescendants(ZefISPPActivity_var iActivity,
                                        ZefListValZefBaseUnknown_var& ioDescendants) {
-  if (iActivity) {
-    AppendDescendants(iActivity, ioDescendants);
-    return S_OK;
-  }
-  const TraceScope trace(kDescendantsEntry, kDescendantsExit);
-  return E_FAIL;
+  // Nothing is below null, of which the walk writes the lines all the same.
+  AppendDescendants(iActivity, ioDescendants);
+  return iActivity ? S_OK : E_FAIL;
 }
 
 void TuvBIWServices::GetPreviousActivities(ZefISPPActivity_var iActivity,

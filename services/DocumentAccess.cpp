@@ -11,6 +11,7 @@
 #include "host/fastening/TuvIBIWLocatingPoint.h"
 #include "host/fastening/TuvIBIWPointFastener.h"
 #include "host/process/ZefISPPActivityRoot.h"
+#include "services/Members.h"
 #include "services/TuvBIWServices.h"
 
 namespace {
@@ -24,11 +25,11 @@ Handle<Container> RootContainer(ZefDocument* document, const char* kind) {
     if (!document || !document->IsAKindOf(kind)) return {};
   }
   const ZefInit_var init = document;
-  ZefBaseUnknown* const root = init->GetRootContainer(Container::ClassName());
+  ZefBaseUnknown_var root = Adopt(init->GetRootContainer(Container::ClassName()));
   const Handle<Container> container = root;
-  if (!container) (void)Adopt(root);
-  // The handle has a reference of its own, so the one that came with `root` is given back. Without
-  // container this is where the null-handle exception is raised.
+  // The container has a reference of its own, so the one that came with the root is given back
+  // through it. Without container this is where the null-handle exception is raised.
+  if (container) (void)root.Detach();
   container->Release();
   return container;
 }
@@ -47,15 +48,13 @@ ZefDocument* ProcessDocument(ZefDocument* document) {
 }
 
 // The first member is the root itself.
-HRESULT AppendAllButFirst(_SEQUENCE_ZefBaseUnknown_ptr& members,
-                          ZefListValZefBaseUnknown_var*& ioActivities) {
-  if (members.length() == 0) return E_FAIL;
-  for (int i = 1; i < members.length(); ++i) {
-    const ZefBaseUnknown_var member = Adopt(members[i]);
+HRESULT AppendAllButFirst(Members& members, ZefListValZefBaseUnknown_var*& ioActivities) {
+  if (members.Size() == 0) return E_FAIL;
+  for (int i = 1; i < members.Size(); ++i) {
+    const ZefBaseUnknown_var member = members.Take(i);
     if (!ioActivities) ioActivities = new ZefListValZefBaseUnknown_var;
     if (member) ioActivities->Append(member.Get());
   }
-  (void)Adopt(members[0]);
   return S_OK;
 }
 
@@ -122,8 +121,8 @@ HRESULT TuvBIWServices::GetListOfAllActivities(ZefListValZefBaseUnknown_var*& io
   }
   const ZefIContainer_var container = ContainerOfRoot(roots);
   if (!container) return E_FAIL;
-  _SEQUENCE_ZefBaseUnknown_ptr members;
-  container->ListMembersHere("ZefISPPActivity", members);
+  Members members;
+  container->ListMembersHere("ZefISPPActivity", members.Out());
   return AppendAllButFirst(members, ioActivities);
 }
 
@@ -177,10 +176,10 @@ ZefListValZefBaseUnknown_var TuvBIWServices::GetListOfAllPointFasteners(ZefDocum
   const ZefIContainer_var container =
       GetFeatContainerFromDocument(iDocument ? iDocument : EditedDocument());
   if (!container) return fasteners;
-  _SEQUENCE_ZefBaseUnknown_ptr members;
-  container->ListMembersHere(TuvIBIWPointFastener::ClassName(), members);
-  for (int i = 0; i < members.length(); ++i) {
-    const ZefBaseUnknown_var member = Adopt(members[i]);
+  Members members;
+  container->ListMembersHere(TuvIBIWPointFastener::ClassName(), members.Out());
+  for (int i = 0; i < members.Size(); ++i) {
+    const ZefBaseUnknown_var member = members.Take(i);
     if (member) fasteners.Append(member.Get());
   }
   return fasteners;

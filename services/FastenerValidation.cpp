@@ -27,7 +27,9 @@ bool ArePartsAmong(const ZefListValZefBaseUnknown_var& loaded, TuvIBIWFastener& 
   const ZefListValZefBaseUnknown_var joined = JoinedParts(fastener);
   ZefUnicodeString type;
   fastener.GetFastenerType(type);
-  const Comparison comparison = type.Compare("endo") != 0 ? kAnyLoaded : kAllLoaded;
+  // Texts that are equal compare as 1.
+  const bool isEndo = type.Compare("endo") != 0;
+  const Comparison comparison = isEndo ? kAnyLoaded : kAllLoaded;
   return TuvBIWServices::CompareTwoLists(loaded, joined, comparison) != 0;
 }
 
@@ -66,16 +68,18 @@ Handle<IUnknown> FindDatabaseObject(ZefISPPActivity_var activity, ZefIIPDAdapter
 // The identifier lists of a fastener's process versions. Entries may be null.
 class VersionLists {
  public:
-  VersionLists(ZefDocument* document, const TuvIBIWFastener_var& fastener) {
-    const TuvIBIWFeatureContainer_var container =
-        TuvBIWServices::GetFeatContainerFromDocument(document);
-    if (container) container->ListProcessVersionIDs(TuvIBIWFeature_var(fastener), lists_);
-  }
+  VersionLists() = default;
   ~VersionLists() {
     for (int i = 1; i <= lists_.Size(); ++i) delete lists_[i];
   }
   VersionLists(const VersionLists&) = delete;
   VersionLists& operator=(const VersionLists&) = delete;
+
+  void Read(ZefDocument* document, const TuvIBIWFastener_var& fastener) {
+    const TuvIBIWFeatureContainer_var container =
+        TuvBIWServices::GetFeatContainerFromDocument(document);
+    if (container) container->ListProcessVersionIDs(TuvIBIWFeature_var(fastener), lists_);
+  }
 
   int Size() const { return lists_.Size(); }
   const ZefListValZefUnicodeString* operator[](int position) const { return lists_[position]; }
@@ -190,5 +194,7 @@ int TuvBIWServices::IsValidProcessVersion(const ZefISPPActivity_var& iActivity,
   ZefListValZefUnicodeString chain;
   GetListPaskObjectIDsTillRoot(object, adapter, chain);
   if (chain.Size() == 0) return 0;
-  return AreValid(VersionLists(document, iFastener), VersionCheck(chain, *adapter, *versions));
+  VersionLists lists;
+  lists.Read(document, iFastener);
+  return AreValid(lists, VersionCheck(chain, *adapter, *versions));
 }

@@ -68,12 +68,15 @@ class WalkBack {
     path_.pop_back();
   }
 
+  // An activity at the start of a flow has what reaches its parent.
+  void ClimbToParent(const Step& step) { Enter(ParentOf(*step.activity)); }
+
   // False when the activity on top has no more.
   bool VisitNextPrevious() {
     Step& step = path_.back();
-    ++step.position;
-    if (step.previous.Size() == 0 && step.position == 1) {
-      Enter(ParentOf(*step.activity));
+    const bool isFirstVisit = ++step.position == 1;
+    if (isFirstVisit && step.previous.Size() == 0) {
+      ClimbToParent(step);
       return true;
     }
     if (step.position > step.previous.Size()) return false;
@@ -138,10 +141,10 @@ void TuvBIWServices::GetChildParts(ZefIProduct_var iProduct,
 
 void TuvBIWServices::GetAllChildParts(ZefIProduct_var iProduct,
                                       ZefListValZefBaseUnknown_var*& ioParts) {
-  if (!iProduct || !ioParts) {
-    const TraceScope trace(kChildPartsEntry, kChildPartsExit);
-    return;
-  }
+  // Without a list nothing is looked at; the lines are those of a product without children.
+  const auto children = [&](const ZefIProduct_var& product) {
+    return ioParts ? ChildProducts(product) : nullptr;
+  };
   const auto append = [&](const ZefIProduct_var& child, const auto&, int) {
     if (ioParts->Locate(child, 1) != 0) return Onward::Past;
     ioParts->Append(child);
@@ -149,7 +152,7 @@ void TuvBIWServices::GetAllChildParts(ZefIProduct_var iProduct,
   };
   // What is listed is not entered again, so rings end.
   WalkDepthFirst<NoGuard>(
-      iProduct, ChildProducts, append, [] { TuvKelBIWUtilsTrace.TraPutLN(kChildPartsEntry); },
+      iProduct, children, append, [] { TuvKelBIWUtilsTrace.TraPutLN(kChildPartsEntry); },
       [] { TuvKelBIWUtilsTrace.TraPutLN(kChildPartsExit); });
 }
 

@@ -1,3 +1,5 @@
+#include <exception>
+
 #include "frame/Trace.h"
 #include "host/dialog/ZefApplicationFrame.h"
 #include "host/dialog/ZefDlgNotify.h"
@@ -23,18 +25,24 @@ constexpr unsigned int kWarningStyle = 0x8100200;
 // Suspends an activity's item-change callbacks while a batch of changes runs.
 class BlockedCallbacks {
  public:
-  explicit BlockedCallbacks(ZefISPPActivity* activity) : subscriber_(activity) {
+  explicit BlockedCallbacks(ZefISPPActivity* activity)
+      : subscriber_(activity), exceptions_(std::uncaught_exceptions()) {
     if (subscriber_) subscriber_->SetCallbacksBlocked(1);
   }
-  // What a host raises here passes to the caller.
+  // What a host raises here passes to the caller, unless another exception is on its way there.
   ~BlockedCallbacks() noexcept(false) {
-    if (subscriber_) subscriber_->SetCallbacksBlocked(0);
+    try {
+      if (subscriber_) subscriber_->SetCallbacksBlocked(0);
+    } catch (...) {
+      if (std::uncaught_exceptions() == exceptions_) throw;
+    }
   }
   BlockedCallbacks(const BlockedCallbacks&) = delete;
   BlockedCallbacks& operator=(const BlockedCallbacks&) = delete;
 
  private:
   TuvIRabBltCBSubscriber_var subscriber_;
+  int exceptions_;
 };
 
 void ProcessPendingUpdates(ZefISPPActivity* activity) {
@@ -82,7 +90,7 @@ Outcome AssignNewWelds(const ZefListValZefBaseUnknown_var& welds, ZefISPPActivit
 }
 
 // The container is redrawn only for a current product document whose root also is the process's.
-void RedrawProcess(ZefISPPActivity* activity) {
+void RedrawAfterAssignment(ZefISPPActivity* activity) {
   const ZefISPPProcessContainer_var container = TuvBIWServices::GetRootContainer(nullptr);
   const ZefIRedrawEvent_var process = container;
   if (process) {
@@ -164,7 +172,7 @@ HRESULT TuvBIWServices::AssignListOfWelds(ZefListValZefBaseUnknown_var* iWelds,
     outcome = AssignNewWelds(*iWelds, iActivity);
   }
   ProcessPendingUpdates(iActivity);
-  if (outcome.result == S_OK) RedrawProcess(iActivity);
+  if (outcome.result == S_OK) RedrawAfterAssignment(iActivity);
   if (outcome.duplicates) WarnOfDuplicates();
   return outcome.result;
 }

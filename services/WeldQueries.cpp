@@ -14,12 +14,16 @@
 #include "host/process/ZefISPPItem.h"
 #include "host/process/ZefISPPItemMgt.h"
 #include "host/values/Each.h"
+#include "services/Members.h"
 #include "services/Received.h"
 #include "services/TuvBIWServices.h"
 
 namespace {
 
 using NewList = std::unique_ptr<ZefListValZefBaseUnknown_var>;
+
+constexpr char kWalkEntry[] = "TuvBIWServices::GetWeldFromActivity --> IN";
+constexpr char kWalkExit[] = "TuvBIWServices::GetWeldFromActivity <-- OUT";
 
 void AppendTo(ZefListValZefBaseUnknown_var*& ioList, const ZefBaseUnknown_var& element) {
   if (!ioList) ioList = new ZefListValZefBaseUnknown_var;
@@ -96,7 +100,7 @@ class WeldWalk {
       const ZefBaseUnknown_var object = (*step.children)[step.position];
       const ZefISPPActivity_var child = object;
       if (!child || onPath_.contains(object)) continue;
-      TuvKelBIWUtilsTrace.TraPutLN("TuvBIWServices::GetWeldFromActivity --> IN");
+      TuvKelBIWUtilsTrace.TraPutLN(kWalkEntry);
       AppendFastenerItems(child, welds_);
       Open(child, object);
       return true;
@@ -110,7 +114,7 @@ class WeldWalk {
     onPath_.erase(path_.back().identity);
     path_.pop_back();
     if (path_.empty()) return false;
-    TuvKelBIWUtilsTrace.TraPutLN("TuvBIWServices::GetWeldFromActivity <-- OUT");
+    TuvKelBIWUtilsTrace.TraPutLN(kWalkExit);
     TraceLabel(activity);
     return true;
   }
@@ -147,21 +151,20 @@ HRESULT TuvBIWServices::GetListOfKoraAssignedWeld(ZefISPPActivity* iActivity,
                          "TuvBIWServices::GetListOfKoraAssignedWeld <-- OUT");
   const ZefIContainer_var container = OwnContainer(iActivity);
   if (!container) return E_FAIL;
-  _SEQUENCE_ZefBaseUnknown_ptr members;
-  container->ListMembersHere("ZefISPPActivitySpecification", members);
-  for (int i = 0; i < members.length(); ++i) {
+  Members members;
+  container->ListMembersHere("ZefISPPActivitySpecification", members.Out());
+  for (int i = 0; i < members.Size(); ++i) {
     if (!ioWelds) ioWelds = new ZefListValZefBaseUnknown_var;
-    const auto fastener = SpecifiedFastener(AdoptAs<ZefISPPActivitySpecification>(members[i]));
+    const ZefBaseUnknown_var fastener = SpecifiedFastener(members.Take(i));
     if (fastener) ioWelds->Append(fastener);
   }
-  return members.length() > 0 ? S_OK : E_FAIL;
+  return members.Size() > 0 ? S_OK : E_FAIL;
 }
 
 HRESULT TuvBIWServices::GetWeldFromActivity(ZefISPPActivity* iActivity,
                                             ZefListValZefBaseUnknown_var*& ioWelds, unsigned char,
                                             int iDepth) {
-  const TraceScope trace("TuvBIWServices::GetWeldFromActivity --> IN",
-                         "TuvBIWServices::GetWeldFromActivity <-- OUT");
+  const TraceScope trace(kWalkEntry, kWalkExit);
   if (!iActivity) return E_FAIL;
   if (iDepth != -1) return AppendFastenerItems(iActivity, ioWelds);
   return WeldWalk(ioWelds).Run(iActivity);

@@ -64,30 +64,30 @@ ZefMathPointf TextPosition(ZefBaseUnknown* weld) {
 
 TuvBIWCustomRep::TuvBIWCustomRep(ZefBaseUnknown* iWeld) : TuvBIWCustomRep(iWeld, nullptr) {}
 
-TuvBIWCustomRep::TuvBIWCustomRep(ZefBaseUnknown* iWeld, int* iRGBA) : weld_(iWeld) {
+TuvBIWCustomRep::TuvBIWCustomRep(ZefBaseUnknown* iWeld, int* iRGBA) : _Weld(iWeld) {
   const TraceScope trace("TuvBIWCustomRep --> IN", "TuvBIWCustomRep <-- OUT");
   if (iRGBA) {
-    attributeSet_.Attributes |= kExplicitColor;
-    attributeSet_.Color = Pack(iRGBA);
+    _AttributeSet.Attributes |= kExplicitColor;
+    _AttributeSet.Color = Pack(iRGBA);
   }
   Build();
 }
 
 TuvBIWCustomRep::~TuvBIWCustomRep() { TuvKelBIWUtilsTrace.TraPutLN("TuvBIWCustomRep <-- OUT"); }
 
-ZefUnicodeString TuvBIWCustomRep::GetID() const { return id_; }
-ZefBaseUnknown* TuvBIWCustomRep::GetWeld() const { return weld_; }
-Zef3DAnnotationTextGP* TuvBIWCustomRep::Get3DAnnotation() const { return annotation_; }
-ZefGraphicAttributeSet TuvBIWCustomRep::GetAttributeSet() const { return attributeSet_; }
+ZefUnicodeString TuvBIWCustomRep::GetID() const { return _ID; }
+ZefBaseUnknown* TuvBIWCustomRep::GetWeld() const { return _Weld; }
+Zef3DAnnotationTextGP* TuvBIWCustomRep::Get3DAnnotation() const { return _Annotation; }
+ZefGraphicAttributeSet TuvBIWCustomRep::GetAttributeSet() const { return _AttributeSet; }
 
 HRESULT TuvBIWCustomRep::Build() {
   const TraceScope trace("TuvBIWCustomRep::Build --> IN", "TuvBIWCustomRep::Build --> OUT");
-  if (!weld_) return E_FAIL;
-  id_ = TuvBIWServices::GetWeldID(weld_);
-  if (id_.GetLengthInChar() == 0) return E_FAIL;
-  const ZefMathPointf position = TextPosition(weld_);
-  annotation_ = new Zef3DAnnotationTextGP(position, id_, BASE_LEFT, 0.0f, 0);
-  AddGP(annotation_, attributeSet_);
+  if (!_Weld) return E_FAIL;
+  _ID = TuvBIWServices::GetWeldID(_Weld);
+  if (_ID.GetLengthInChar() == 0) return E_FAIL;
+  const ZefMathPointf position = TextPosition(_Weld);
+  _Annotation = new Zef3DAnnotationTextGP(position, _ID, BASE_LEFT, 0.0f, 0);
+  AddGP(_Annotation, _AttributeSet);
   return E_FAIL;
 }
 

@@ -42,8 +42,8 @@ class TUV_EXPORT TuvBIWCustomRep : public Zef3DCustomRep {
   static ZefMetaClass* meta_object;
 
  private:
-  ZefBaseUnknown* weld_;
-  ZefUnicodeString id_;
-  Zef3DAnnotationTextGP* annotation_ = nullptr;
-  ZefGraphicAttributeSet attributeSet_;
+  ZefBaseUnknown* _Weld;
+  ZefUnicodeString _ID;
+  Zef3DAnnotationTextGP* _Annotation = nullptr;
+  ZefGraphicAttributeSet _AttributeSet;
 };

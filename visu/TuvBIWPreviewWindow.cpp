@@ -91,6 +91,18 @@ void ForceAssemblyColour(const ZefBaseUnknown_var& item, Zef3DRep& rep) {
   rep.SetColor(red, green, blue, 255);
 }
 
+// What a scene of its own shows of an item: the item's further representation, or, while that hangs
+// in another scene already, a bag of the scene's own with the same children. Only bags can be had
+// twice; any other representation is shared.
+Handle<Zef3DRep> RepForScene(const ZefIVisu_var& item) {
+  const Handle<Zef3DRep> rep = item->GetRep();
+  if (!rep || rep->Parents().empty() || !rep->IsAKindOf(Zef3DBagRep::ClassName())) return rep;
+  const auto own = Make<Zef3DBagRep>();
+  const list<Zef3DRep>* const children = rep->GetChildren();
+  for (int i = 0; own && children && i < children->Size(); ++i) own->AddChild((*children)[i]);
+  return own;
+}
+
 // A spot weld stands where the object stands that carries it.
 ZefIMovable_var PlacedObject(const ZefBaseUnknown_var& item) {
   const TuvISpotWeld_var weld = item;
@@ -111,9 +123,9 @@ void Place(const ZefBaseUnknown_var& item, Zef3DRep& rep) {
 }  // namespace
 
 TuvBIWPreviewWindow::TuvBIWPreviewWindow(ZefFrmEditor* iEditor, unsigned char iOwnScene)
-    : ZefInventorySpaceWnd(iEditor), ownScene_(iOwnScene) {
+    : ZefInventorySpaceWnd(iEditor), _OwnScene(iOwnScene) {
   if (iEditor) {
-    editor_ = iEditor;
+    _Editor = iEditor;
     InitializeViewer(1);
     Initialize();
   }
@@ -123,12 +135,12 @@ TuvBIWPreviewWindow::TuvBIWPreviewWindow(ZefFrmEditor* iEditor, unsigned char iO
 }
 
 TuvBIWPreviewWindow::~TuvBIWPreviewWindow() {
-  items_.RemoveAll();
+  _VisualizedItems.RemoveAll();
   Zef3DViewer* const viewer = ZefInventorySpaceWnd::GetViewer();
-  if (!viewer || !root_) return;
-  reps_.RemoveAll();
-  viewer->RemoveRep(root_);
-  root_->Destroy();
+  if (!viewer || !_RootRep) return;
+  _ItemReps.RemoveAll();
+  viewer->RemoveRep(_RootRep);
+  _RootRep->Destroy();
 }
 
 void TuvBIWPreviewWindow::Initialize() { RemoveAllItems(); }
@@ -137,14 +149,14 @@ void TuvBIWPreviewWindow::InitializeViewer(const unsigned char& iDetach) {
   const View view(*this);
   const bool detach = iDetach != 0;
   if (view.HasViewpoint() && detach) DetachSelections(view);
-  if (view.HasViewpoint() && !detach && editor_) AttachSelections(*editor_, view);
-  if (editor_) JoinInteractiveSets(*editor_, view.viewer, detach);
+  if (view.HasViewpoint() && !detach && _Editor) AttachSelections(*_Editor, view);
+  if (_Editor) JoinInteractiveSets(*_Editor, view.viewer, detach);
   if (!detach) return;
   if (view.HasViewpoint()) view.manager->DetachFrom(view.viewpoint, 1);
-  if (!ownScene_) return;
-  if (!root_) root_ = Make<Zef3DBagRep>();
-  if (root_ && view.HasViewpoint()) {
-    view.manager->AttachTo(root_, view.viewpoint, view.viewer, 0, 0, 0);
+  if (!_OwnScene) return;
+  if (!_RootRep) _RootRep = Make<Zef3DBagRep>();
+  if (_RootRep && view.HasViewpoint()) {
+    view.manager->AttachTo(_RootRep, view.viewpoint, view.viewer, 0, 0, 0);
   }
 }
 
@@ -161,8 +173,8 @@ void TuvBIWPreviewWindow::Visualize(const ZefListValZefBaseUnknown_var& iItems,
   for (const auto& item : Each<ZefISPPItem>(iItems)) {
     const ZefIVisu_var shown = item;
     if (!shown) continue;
-    items_.Append(item);
-    if (ownScene_) {
+    _VisualizedItems.Append(item);
+    if (_OwnScene) {
       ShowInOwnScene(shown);
     } else {
       ShowAttached(shown, view, interfaces);
@@ -171,11 +183,11 @@ void TuvBIWPreviewWindow::Visualize(const ZefListValZefBaseUnknown_var& iItems,
 }
 
 void TuvBIWPreviewWindow::ShowInOwnScene(const ZefIVisu_var& item) {
-  const Handle<Zef3DRep> rep = item->GetRep();
+  const Handle<Zef3DRep> rep = RepForScene(item);
   if (rep) ForceAssemblyColour(item, *rep);
-  reps_.Append(rep);
+  _ItemReps.Append(rep);
   if (!rep) return;
-  if (root_) root_->AddChild(rep);
+  if (_RootRep) _RootRep->AddChild(rep);
   Place(item, *rep);
 }
 
@@ -199,10 +211,10 @@ void TuvBIWPreviewWindow::VisuWithReframeOnItems(const ZefListValZefBaseUnknown_
 void TuvBIWPreviewWindow::RemoveItems(ZefListValZefBaseUnknown_var iItems, _GUID iInterfaceId) {
   const View view(*this);
   for (const auto& item : Each<ZefISPPItem>(iItems)) {
-    const int position = PositionOf(item, items_);
+    const int position = PositionOf(item, _VisualizedItems);
     if (position == 0) continue;
-    items_.RemovePosition(position);
-    if (ownScene_) {
+    _VisualizedItems.RemovePosition(position);
+    if (_OwnScene) {
       RemoveFromOwnScene(position);
     } else {
       DetachPath(item, view, iInterfaceId, 0);
@@ -211,11 +223,11 @@ void TuvBIWPreviewWindow::RemoveItems(ZefListValZefBaseUnknown_var iItems, _GUID
 }
 
 void TuvBIWPreviewWindow::RemoveFromOwnScene(int position) {
-  const Handle<Zef3DRep> rep = reps_[position];
-  reps_.RemovePosition(position);
-  if (!rep || !root_) return;
-  root_->RemoveChild(rep);
-  rep->Destroy();
+  const Handle<Zef3DRep> rep = _ItemReps[position];
+  _ItemReps.RemovePosition(position);
+  if (!rep || !_RootRep) return;
+  _RootRep->RemoveChild(rep);
+  if (rep->Parents().empty()) rep->Destroy();
 }
 
 void TuvBIWPreviewWindow::Detach(ZefBaseUnknown_var iObject, _GUID iInterfaceId) {
@@ -223,32 +235,34 @@ void TuvBIWPreviewWindow::Detach(ZefBaseUnknown_var iObject, _GUID iInterfaceId)
 }
 
 void TuvBIWPreviewWindow::RemoveAllItems() {
-  RemoveItems(items_, IID_ZefI3DGeoVisu);
+  RemoveItems(_VisualizedItems, IID_ZefI3DGeoVisu);
   ClearAllItemsFromList();
 }
 
-ZefListValZefBaseUnknown_var TuvBIWPreviewWindow::GetVisualizedItems() const { return items_; }
+ZefListValZefBaseUnknown_var TuvBIWPreviewWindow::GetVisualizedItems() const {
+  return _VisualizedItems;
+}
 
 void TuvBIWPreviewWindow::ClearAllItemsFromList() {
-  items_.RemoveAll();
-  reps_.RemoveAll();
+  _VisualizedItems.RemoveAll();
+  _ItemReps.RemoveAll();
 }
 
 void TuvBIWPreviewWindow::SetNotificationFather(ZefFrmWindow* iFather) {
-  notificationFather_ = iFather;
+  _NotificationFather = iFather;
 }
 
 void TuvBIWPreviewWindow::OnDialogNotification(ZefCommand*, ZefNotification* iNotification, void*) {
   // Whoever is told may let go of the window.
   const ZefBaseUnknown_var alive = this;
-  const Handle<ZefFrmWindow> second = notificationFather_;
+  const Handle<ZefFrmWindow> second = _NotificationFather;
   SendNotification(GetFather(), iNotification);
   if (second) SendNotification(second, iNotification);
 }
 
 ZefFrmWindow* TuvBIWPreviewWindow::DuplicateWindow() {
-  if (!editor_) return nullptr;
-  auto copy = Make<TuvBIWPreviewWindow>(editor_, static_cast<unsigned char>(0));
+  if (!_Editor) return nullptr;
+  auto copy = Make<TuvBIWPreviewWindow>(_Editor, static_cast<unsigned char>(0));
   if (copy) copy->SetBaseName(GetBaseName());
   return copy.Detach();
 }

@@ -69,11 +69,11 @@ class TUV_EXPORT TuvBIWPreviewWindow : public ZefInventorySpaceWnd {
   TUV_INTERNAL void ShowInOwnScene(const ZefIVisu_var& item);
   TUV_INTERNAL void RemoveFromOwnScene(int position);
 
-  ZefFrmEditor* editor_ = nullptr;
-  unsigned char ownScene_;
-  Handle<Zef3DBagRep> root_;
-  ZefListValZefBaseUnknown_var items_;
+  ZefFrmEditor* _Editor = nullptr;
+  unsigned char _OwnScene;
+  Handle<Zef3DBagRep> _RootRep;
+  ZefListValZefBaseUnknown_var _VisualizedItems;
   // In a scene of its own, the representation of each item at the item's position, or null.
-  ZefListValZefBaseUnknown_var reps_;
-  ZefFrmWindow* notificationFather_ = nullptr;
+  ZefListValZefBaseUnknown_var _ItemReps;
+  ZefFrmWindow* _NotificationFather = nullptr;
 };

@@ -59,6 +59,11 @@ void RemoveCallback(ZefBaseUnknown* iSubscriber, ZefBaseUnknown* iPublisher, lon
 
 // Calls the event's subscriptions in the order of their identifiers. Those added meanwhile are not
 // called, those removed meanwhile no longer.
+//
+// It calls them at once, also from within another delivery. Changes of the process must not reach
+// the library so: a host queues what is raised during a delivery, with references on the
+// notification and on father and son, and delivers it in the order in which it was raised before
+// its outermost operation returns.
 void Deliver(ZefBaseUnknown* iPublisher, const char* iEvent, ZefNotification* iNotification);
 
 // Expires when the object dies; for whoever calls an object that it does not hold.

@@ -8,6 +8,10 @@ class ZefBaseUnknown;
 
 // The platform's dictionary: classes and interfaces by name and identifier, and the factories of
 // extensions. It copies every text that it is given and keeps meta-objects for ever.
+//
+// A class or an interface is found by name once its meta-object was asked for (MetaObject), and
+// queries by name go the same way. The first query of a ComponentObject asks for those of all its
+// interfaces; a class that queries on its own asks for those of its own.
 
 extern const _GUID CLSID_ZefMetaClass;
 

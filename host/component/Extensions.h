@@ -4,6 +4,11 @@
 
 // Extensions of live objects. An extension is created once per object, on the first query, shares
 // the object's identity and count, and is destroyed with it, before the object itself.
+//
+// ComponentObject and ZefBaseUnknown see to all this. A class that queries and counts on its own
+// does two things: what it does not answer itself it asks of FindOrCreateExtension, with its
+// identity, and when its last reference goes it calls DestroyExtensions before it is destroyed,
+// during which it may be counted once more.
 
 // The object's extension for `iIID`, created when the dictionary has a factory for the object's
 // late class; null when there is none. The pointer carries no reference.

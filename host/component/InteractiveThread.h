@@ -1,7 +1,9 @@
 #pragma once
 
-// Objects belong to the first thread that counts one; a debug build of the platform stops when
-// another does. Part of the library in every build, so that code in any build links to it.
+// The interactive thread is the first one that takes or gives back a reference of any object; it
+// stays so until the process ends. Code that is compiled for debugging asks at every count, and a
+// debug build of the platform then stops on another thread. Part of the library in every build, so
+// that code in any build links to it.
 void CheckInteractiveThread();
 
 inline void AssertInteractiveThread() {

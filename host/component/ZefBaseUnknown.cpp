@@ -107,11 +107,9 @@ int ZefBaseUnknown::IsEqual(const ZefBaseUnknown* iOther) const {
 
 ZefBaseUnknown* ZefBaseUnknown::QueryInterface(const char* iInterfaceName) {
   if (!iInterfaceName) return nullptr;
-  if (std::strcmp(iInterfaceName, ClassName()) == 0) {
-    AddRef();
-    return this;
-  }
-  const ZefMetaClass* const meta = FindInterface(iInterfaceName);
+  // The root interface is known by name also before anyone asked for its meta-object.
+  const bool isRoot = std::strcmp(iInterfaceName, ClassName()) == 0;
+  const ZefMetaClass* const meta = isRoot ? MetaObject() : FindInterface(iInterfaceName);
   void* answer = nullptr;
   if (meta) QueryInterface(meta->GetClassId(), &answer);
   return static_cast<ZefBaseUnknown*>(answer);

@@ -47,8 +47,9 @@ class ZefBaseUnknown : public IUnknown {
   // 1 for the class name or that of any base, exact and case-sensitive; else 0, also for null.
   virtual int IsAKindOf(const char* iName) const;
 
-  // The implementation object, no reference taken. Of an extension: the object that it extends,
-  // null while there is none. `iMode` is 0.
+  // The implementation object, no reference taken. That is the object's identity: the pointer that
+  // every interface of it answers for IID_ZefBaseUnknown, by identifier as by name. Of an
+  // extension: the identity of the object that it extends, null while there is none. `iMode` is 0.
   virtual ZefBaseUnknown* GetImpl(int iMode) const;
   // Makes this an extension of `iImpl`, which is not counted; null ends that.
   virtual void SetImpl(ZefBaseUnknown* iImpl);

@@ -18,6 +18,7 @@ struct Traces {
   std::unordered_map<const ZefTrace*, Channel> live;
   std::set<std::string> on;
   TraceTap tap;
+  std::function<void(const char*)> receiver;
   bool listening = false;
 };
 
@@ -30,7 +31,8 @@ void ListenAsNeeded() { TheTraces().listening = TheTraces().tap || !TheTraces().
 
 void Write(const Channel& channel, const char* line) {
   if (channel.output == "STDERR") {
-    std::fprintf(stderr, "%s\n", line);
+    const auto& receiver = TheTraces().receiver;
+    receiver ? receiver(line) : static_cast<void>(std::fprintf(stderr, "%s\n", line));
     return;
   }
   std::ofstream(channel.output, std::ios::app) << line << '\n';
@@ -70,6 +72,10 @@ bool IsTraceRegistered(const char* iName) {
     if (channel.name == iName) return true;
   }
   return false;
+}
+
+void DivertTraces(std::function<void(const char*)> iReceiver) {
+  TheTraces().receiver = std::move(iReceiver);
 }
 
 void TapTraces(TraceTap iTap) {

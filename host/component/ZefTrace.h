@@ -25,5 +25,7 @@ void SwitchTrace(const char* iName, bool iOn);
 bool IsTraceOn(const char* iName);
 // True while a trace of this name exists.
 bool IsTraceRegistered(const char* iName);
+// Receives the lines that would go to standard error, in its place; an empty one restores that.
+void DivertTraces(std::function<void(const char*)> iReceiver);
 // Installs the tap, replacing the former; an empty one removes it.
 void TapTraces(TraceTap iTap);

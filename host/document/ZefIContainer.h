@@ -12,8 +12,9 @@ class ZefIContainer : public Interface<ZefIContainer> {
   static constexpr char Name[] = "ZefIContainer";
 
   // Appends every member that answers the interface named `iType`, in creation order, with one
-  // reference each for the receiver; what the sequence held stays. The container of a process root
-  // lists the root activity first, then every other activity.
+  // reference each for the receiver; what the sequence held stays. A member stands there as the
+  // pointer that a query by that name answers: the interface asked for, not the identity. The
+  // container of a process root lists the root activity first, then every other activity.
   virtual HRESULT ListMembersHere(const char* iType, _SEQUENCE_ZefBaseUnknown_ptr& ioMembers) = 0;
 };
 

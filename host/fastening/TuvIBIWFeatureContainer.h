@@ -8,7 +8,9 @@
 
 extern const _GUID IID_TuvIBIWFeatureContainer;
 
-// What the process database knows of the features in a container.
+// What the process database knows of the features in a container. A null feature may be asked for:
+// a fastener that is no feature. Of it the database knows nothing, as of a feature that it does
+// not have, and nothing is appended.
 class TuvIBIWFeatureContainer : public Interface<TuvIBIWFeatureContainer> {
  public:
   static constexpr char Name[] = "TuvIBIWFeatureContainer";

@@ -7,7 +7,9 @@
 
 extern const _GUID IID_TuvIMfgAssembly;
 
-// A manufacturing assembly: an intermediate product that groups parts and other assemblies.
+// A manufacturing assembly: an intermediate product that groups parts and other assemblies. It
+// answers ZefISPPItem, ZefIProduct, ZefINavigateObject and ZefILinkableObject, too: without the
+// first it is neither output nor handed on, and without the last no consumer of it is found.
 class TuvIMfgAssembly : public Interface<TuvIMfgAssembly> {
  public:
   static constexpr char Name[] = "TuvIMfgAssembly";

@@ -6,7 +6,9 @@
 
 extern const _GUID IID_ZefISPPActivity;
 
-// A step of the process.
+// A step of the process. The class of one that makes something is "PhysicalActivity" or derived
+// from it, that of one that only orders the flow is "LogicalActivity"; both derive from "Activity".
+// Filters by kind go by these names, and the update of assemblies is found by the first.
 class ZefISPPActivity : public Interface<ZefISPPActivity, ZefISPPAbstractActivity> {
  public:
   static constexpr char Name[] = "ZefISPPActivity";

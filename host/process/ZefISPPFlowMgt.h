@@ -19,8 +19,10 @@ class ZefISPPFlowMgt : public Interface<ZefISPPFlowMgt> {
   // The product outputs in creation order; `oItem` is the product of the first one.
   virtual ZefListValZefBaseUnknown_var GetProductOutputs(ZefISPPItem_var& oItem) = 0;
   virtual ZefListValZefBaseUnknown_var GetNextActivities(const ZefUnicodeString& iType) = 0;
-  // The output of an earlier activity that carries the item, with a reference for the caller, or
-  // null.
+  // The output, of any activity but this one and wherever that stands in the flow, that has the
+  // assembly as its product; of several the one that got it first. With a reference for the caller.
+  // Null, and S_OK, when there is none and for whatever is no assembly. After E_FAIL the item is
+  // linked all the same, without source.
   virtual HRESULT GetItemSource(ZefBaseUnknown*& oSource, const ZefISPPItem_var& iItem) = 0;
   // Adds an output, handed back with a reference for the caller. With an item it is notified as
   // kind 39, with a null one not before the output gets its product.

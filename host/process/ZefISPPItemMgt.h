@@ -10,6 +10,10 @@ extern const _GUID IID_ZefISPPItemMgt;
 
 // The item links of an activity. A link has a selector: 1 plain, 2 first assigned. A link that is
 // made twice is kept twice.
+//
+// Two operations notify: AddItemLink, kind 17, when it makes the item first assigned that was not
+// so here, whatever plain links it has; and RemoveItem, kind 18, once per call that removed a link,
+// plain or not. AddItem never notifies, nor does either of them when it fails.
 class ZefISPPItemMgt : public Interface<ZefISPPItemMgt> {
  public:
   static constexpr char Name[] = "ZefISPPItemMgt";
@@ -22,8 +26,8 @@ class ZefISPPItemMgt : public Interface<ZefISPPItemMgt> {
   // A new list that the caller deletes, or null: the linked items, one entry per link. `iType` is
   // "Item"; `iSelector` 0 for every link, 2 for the first-assigned ones.
   virtual ZefListValZefBaseUnknown_var* GetItems(const ZefUnicodeString& iType, int iSelector) = 0;
-  // Always adds a link, handed back with a reference for the caller. Notified as kind 17 (father
-  // activity, son item) when the selector is 2 and the item was not yet first assigned here.
+  // Always adds a link, handed back with a reference for the caller. Kind 17 (father activity, son
+  // item) comes after the link is there.
   // `iSource` is where the item comes from in the flow, or null; `iFixed` is stored.
   virtual HRESULT AddItemLink(ZefBaseUnknown*& oLink, const ZefISPPItem_var& iItem,
                               ZefBaseUnknown* iSource, const ZefUnicodeString& iName, int iFixed,

@@ -6,7 +6,8 @@
 
 extern const _GUID IID_ZefISPPProductIO;
 
-// A product output or input of an activity.
+// A product output or input of an activity. The class of an output is named "ProductOutput": by
+// that name alone (IsA) a removed output is told from a removed item.
 class ZefISPPProductIO : public Interface<ZefISPPProductIO> {
  public:
   static constexpr char Name[] = "ZefISPPProductIO";

@@ -4,6 +4,12 @@
 #include "host/component/ZefNotification.h"
 
 // A change of the process. It holds references on both objects.
+//
+// Removing an activity raises LinkRemoved alone. First for every activity of the subtree, each
+// after those below it and siblings in the order of their parent's list, while everything stands
+// as before. Then the control flows go, activity by activity in the same order and of each the
+// incoming ones before the outgoing ones; each is told of once both ends dropped it. At last, and
+// told to nobody, each activity loses its place in the tree, its item links and its outputs.
 class ZefSPPActivityNotification : public ZefNotification {
  public:
   // The kinds, with the platform's numbers.

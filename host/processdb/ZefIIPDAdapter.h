@@ -6,7 +6,9 @@
 
 extern const _GUID IID_ZefIIPDAdapter;
 
-// Objects of the external process database, as seen from a document.
+// Objects of the external process database, as seen from a document. What it knows of fasteners is
+// asked of the feature container (TuvIBIWFeatureContainer), by a null feature for a fastener that
+// is none.
 class ZefIIPDAdapter : public Interface<ZefIIPDAdapter> {
  public:
   static constexpr char Name[] = "ZefIIPDAdapter";

@@ -6,7 +6,8 @@
 
 extern const _GUID IID_ZefIIPDDataMgt;
 
-// The hierarchy of the external process database.
+// The hierarchy of the external process database. While anyone holds the object of a process, every
+// operation answers this one for it: walks to the root end at an object that they met already.
 class ZefIIPDDataMgt : public Interface<ZefIIPDDataMgt> {
  public:
   static constexpr char Name[] = "ZefIIPDDataMgt";

@@ -16,8 +16,9 @@ class ZefIProduct : public Interface<ZefIProduct> {
   virtual HRESULT GetReferenceProduct(Handle<ZefIProduct>& oReference) = 0;
   // Direct children only.
   virtual int GetChildrenCount() = 0;
-  // A new list that the caller deletes, or null: every product below, at every depth, parents
-  // before their children, that answers the interface named `iType`.
+  // A new list that the caller deletes, or null: every product below, at every depth, that answers
+  // the interface named `iType`. Depth first: each is followed by what lies below it, before its
+  // next sibling, and is listed as often as it is met.
   virtual ZefListValZefBaseUnknown_var* GetAllChildren(const char* iType) = 0;
   virtual HRESULT GetProductText(ZefUnicodeString& oText) = 0;
   virtual ZefUnicodeString GetPartNumber() = 0;

@@ -13,7 +13,8 @@ class ZefIVisu : public Interface<ZefIVisu> {
   static constexpr char Name[] = "ZefIVisu";
 
   // A representation apart from that of the main view, made on demand, no reference taken; may be
-  // null.
+  // null. While it hangs in one scene, a further scene that is to show the object makes a bag of
+  // its own with the same children; one that is no bag hangs in both.
   virtual Zef3DRep* GetRep() = 0;
 };
 

@@ -65,6 +65,8 @@ TEST_F(QueryTest, AnExtensionIsMadeOnceAndLivesWithItsObject) {
   TuvIRabBltMgr_var updates = ZefISPPItem_var(step);
   EXPECT_EQ(updates->ProcessPendingUpdates(), 2) << "the same object again";
   EXPECT_FALSE(TuvIRabBltMgr_var(Make<ZefNotification>())) << "objects of another late type";
+  EXPECT_EQ(Ask(updates, IID_ZefBaseUnknown), step.Get());
+  EXPECT_EQ(Adopt(updates->QueryInterface("ZefBaseUnknown")).Get(), step.Get());
   step = nullptr;
   EXPECT_EQ(CountLiveObjects(), before + 1) << "the extension keeps its object alive";
   EXPECT_EQ(ZefISPPActivity_var(updates)->GetLabel(), "step");

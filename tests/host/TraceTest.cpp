@@ -44,6 +44,14 @@ TEST_F(TraceTest, IsSwitchedByNameAlsoBeforeItExists) {
   testing::internal::CaptureStderr();
   trace.TraPutLN("line");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "line\n");
+  std::string diverted;
+  DivertTraces([&](const char* line) { diverted += line; });
+  testing::internal::CaptureStderr();
+  trace.TraPutLN("elsewhere");
+  DivertTraces({});
+  trace.TraPutLN("here again");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "here again\n");
+  EXPECT_EQ(diverted, "elsewhere");
 }
 
 TEST_F(TraceTest, ALineOnADestroyedTraceIsIgnored) {

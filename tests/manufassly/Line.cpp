@@ -42,7 +42,7 @@ MfgAssembly& Line::Output(const std::string& station, const std::string& assembl
   made->SetName(name);
   ZefISPPProductIO_var output;
   At(station).AddProductOutput(output.Put(), nullptr);
-  output->SetProduct(ZefISPPItem_var(made->Identity()));
+  if (output) output->SetProduct(ZefISPPItem_var(made->Identity()));
   return *made;
 }
 

@@ -96,7 +96,7 @@ TEST(UpdateFailuresTest, EveryGestureOutlivesEveryFailureOfTheHost) {
       EXPECT_EQ(CountLiveObjects(), alive);
       line = LayOut();
     };
-    total += tests::ForEachHostFailure(scenario, check);
+    total += tests::ForEachHostFailure(scenario, check, tests::NullHandle::Fault);
     if (HasFailure()) return;
   }
   RecordProperty("host failures met", static_cast<int>(total));

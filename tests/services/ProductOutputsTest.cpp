@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "host/HostApplication.h"
+#include "host/component/Callbacks.h"
 #include "services/TuvBIWServices.h"
 #include "tests/support/PlantTest.h"
 
@@ -63,6 +64,24 @@ TEST_F(ProductOutputsTest, AnActivityGetsAnAssemblyOfItsNameAsOutput) {
     EXPECT_EQ(assembly->OwnName(), "Frame");
   }
   EXPECT_EQ(station.Redraws(), 2);
+}
+
+TEST_F(ProductOutputsTest, TheOutputIsNotifiedOnceWhenItHasItsProduct) {
+  Strings told;
+  const auto hear = [](const char*, void*, ZefNotification* notification, void* data, long) {
+    auto* const change = static_cast<ZefSPPActivityNotification*>(notification);
+    ZefBaseUnknown_var product;
+    ZefISPPProductIO_var(change->GetSon())->GetProduct(product.Put());
+    static_cast<Strings*>(data)->push_back(
+        std::to_string(change->GetNotificationKind()) + " " +
+        Names(ListOf(*embedded::ObjectAs<embedded::MfgAssembly>(product.Get())))[0]);
+  };
+  auto* const dispatcher = plant.Document()->Dispatcher();
+  const long callback = AddCallback(nullptr, dispatcher, dispatcher->GetSPPViewsChange(),
+                                    ZefCallbackMethod(+hear), &told);
+  Create();
+  RemoveCallback(nullptr, dispatcher, callback);
+  EXPECT_EQ(told, Strings{"39 MA-1"});
 }
 
 TEST_F(ProductOutputsTest, TheAssemblyIsListedWhateverItAndTheActivityLack) {

@@ -1,3 +1,6 @@
+#include <set>
+
+#include "embedded/model/ObjectClass.h"
 #include "host/visu/Visu.h"
 #include "tests/support/HostFailures.h"
 #include "tests/support/PlantTest.h"
@@ -203,6 +206,59 @@ TEST_F(TuvBIWPreviewWindowTest, AnItemWithoutRepresentationLeavesTheOthersTheirs
   window->Visualize(ListOf(white), IID_ZefI3DGeoVisu);
   window->ClearAllItemsFromList();
   EXPECT_EQ(ChildrenOf(root), 1) << "the graphics stay";
+}
+
+TEST_F(TuvBIWPreviewWindowTest, EachOwnSceneHasARepresentationOfItsOwnOfAnItem) {
+  const Handle<Zef3DRep> furtherOfRed = ZefIVisu_var(red.Identity())->GetRep();
+  auto* const bag = static_cast<Zef3DBagRep*>(furtherOfRed.Get());
+  const auto shape = Make<Zef3DCustomRep>();
+  bag->AddChild(shape);
+  const Window windows[] = {Open(kOwnScene), Open(kOwnScene)};
+  for (const Window& window : windows) window->Visualize(ListOf(red), IID_ZefI3DGeoVisu);
+  windows[1]->Visualize(ListOf(red), IID_ZefI3DGeoVisu);
+  std::set<Zef3DRep*> shown;
+  for (const Window& window : windows) {
+    const auto& children = *RootOf(window)->GetChildren();
+    for (int i = 0; i < children.Size(); ++i) {
+      auto* const rep = static_cast<Zef3DBagRep*>(children[i]);
+      shown.insert(rep);
+      EXPECT_EQ(rep->GetColor(), (std::array{255, 0, 9, 255}));
+      EXPECT_EQ(rep->GetMatrix().At(0, 3), 100);
+      ASSERT_EQ(ChildrenOf(rep), 1);
+      EXPECT_EQ((*rep->GetChildren())[0], shape.Get());
+    }
+  }
+  EXPECT_EQ(shown.size(), 3u);
+  windows[0]->RemoveItems(ListOf(red), IID_ZefI3DGeoVisu);
+  EXPECT_EQ(ChildrenOf(RootOf(windows[0])), 0);
+  EXPECT_EQ(ChildrenOf(RootOf(windows[1])), 2);
+  windows[1]->RemoveItems(ListOf(red), IID_ZefI3DGeoVisu);
+  EXPECT_EQ(ChildrenOf(RootOf(windows[1])), 1);
+  bag->RemoveAllChildren();
+}
+
+// Shows a representation that is no bag, so that it cannot be had twice.
+class Picture : public ComponentObject<ZefISPPItem, ZefIVisu> {
+ public:
+  ZefMetaClass* GetMetaObject() const override {
+    return embedded::ObjectClass<Picture>("Picture", nullptr);
+  }
+  Zef3DRep* GetRep() override { return rep_; }
+
+ private:
+  Handle<Zef3DCustomRep> rep_ = Make<Zef3DCustomRep>();
+};
+
+TEST_F(TuvBIWPreviewWindowTest, ARepresentationThatScenesShareStaysInTheOthers) {
+  const auto picture = embedded::MakeOwned<Picture>();
+  const Window first = Open(kOwnScene), second = Open(kOwnScene);
+  for (const Window& window : {first, second}) {
+    window->Visualize(ListOf(*picture), IID_ZefI3DGeoVisu);
+  }
+  first->RemoveItems(ListOf(*picture), IID_ZefI3DGeoVisu);
+  EXPECT_EQ(ChildrenOf(RootOf(first)), 0);
+  EXPECT_EQ(ChildrenOf(RootOf(second)), 1);
+  EXPECT_FALSE(static_cast<Zef3DRep*>(picture->GetRep())->WasDestroyed());
 }
 
 TEST_F(TuvBIWPreviewWindowTest, WhatAWindowTookAwayStaysWhereItIsShownAnew) {
