@@ -5,8 +5,13 @@ install(TARGETS TuvHost TuvKelBIWUtils TuvEmbeddedHost EXPORT TuvKelBIWUtilsTarg
 file(RELATIVE_PATH TUV_BINDIR_TO_LIBDIR /prefix/${CMAKE_INSTALL_BINDIR}
      /prefix/${CMAKE_INSTALL_LIBDIR})
 set_target_properties(biwplan PROPERTIES INSTALL_RPATH "$ORIGIN/${TUV_BINDIR_TO_LIBDIR}")
+set_target_properties(tuv-host-check PROPERTIES INSTALL_RPATH "$ORIGIN/${TUV_BINDIR_TO_LIBDIR}")
 set_target_properties(TuvKelBIWUtils TuvEmbeddedHost PROPERTIES INSTALL_RPATH "$ORIGIN")
-install(TARGETS biwplan RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS biwplan tuv-host-check RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS TuvHostCheck EXPORT TuvKelBIWUtilsTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT HostCheck)
+install(FILES hostcheck/HostCheck.h COMPONENT HostCheck
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TuvKelBIWUtils/hostcheck)
 foreach(room host frame services visu manufassly embedded)
   install(DIRECTORY ${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TuvKelBIWUtils
           FILES_MATCHING PATTERN "*.h")

@@ -1,0 +1,81 @@
+#include <string_view>
+
+#include "hostcheck/Bench.h"
+#include "hostcheck/Check.h"
+
+namespace hostcheck {
+
+namespace {
+
+const std::vector<Check>& AllChecks() {
+  static const std::vector<Check> all = [] {
+    std::vector<Check> joined;
+    for (const auto group : {
+             &IdentityChecks,
+             &CountingChecks,
+             &ExtensionChecks,
+             &DocumentChecks,
+         }) {
+      const auto checks = group();
+      joined.insert(joined.end(), checks.begin(), checks.end());
+    }
+    return joined;
+  }();
+  return all;
+}
+
+void Perform(const Check& check, const HooksFactory& make, const Say& say) {
+  try {
+    const std::unique_ptr<HostHooks> hooks = make();
+    Bench bench(*hooks, say);
+    bench.Open();
+    try {
+      check.run(bench);
+    } catch (const Broken& broken) {
+      say(std::string("fail ") + broken.what());
+    } catch (const Skipped& skipped) {
+      say(std::string("skip ") + skipped.what());
+    }
+    bench.Close();
+  } catch (const std::exception& raised) {
+    say(std::string("fail the host threw: ") + raised.what());
+  } catch (...) {
+    say("fail the host threw something that is no std::exception");
+  }
+}
+
+void AddReason(Outcome& outcome, const std::string& reason) {
+  if (!outcome.reason.empty()) outcome.reason += "; ";
+  outcome.reason += reason;
+}
+
+// A finding outweighs what could not be asked.
+Outcome Judge(const Apart& apart) {
+  constexpr std::string_view kFail = "fail ", kSkip = "skip ";
+  Outcome failed, skipped{Verdict::Skip};
+  for (const std::string& line : apart.lines) {
+    if (line.starts_with(kFail)) AddReason(failed, line.substr(kFail.size()));
+    if (line.starts_with(kSkip)) AddReason(skipped, line.substr(kSkip.size()));
+  }
+  if (!apart.fault.empty()) AddReason(failed, apart.fault);
+  if (!failed.reason.empty()) return failed;
+  return skipped.reason.empty() ? Outcome{Verdict::Pass} : skipped;
+}
+
+}  // namespace
+
+std::vector<CheckInfo> ListChecks() {
+  std::vector<CheckInfo> infos;
+  for (const Check& check : AllChecks()) infos.push_back(check.info);
+  return infos;
+}
+
+Outcome RunCheck(const std::string& iIdentifier, const HooksFactory& iMake, double iSecondsAtMost) {
+  for (const Check& check : AllChecks()) {
+    if (iIdentifier != check.info.identifier) continue;
+    return Judge(RunApart([&](const Say& say) { Perform(check, iMake, say); }, iSecondsAtMost));
+  }
+  return {Verdict::Fail, "there is no check \"" + iIdentifier + "\""};
+}
+
+}  // namespace hostcheck
