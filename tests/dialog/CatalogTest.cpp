@@ -43,26 +43,6 @@ TEST(CatalogFileTest, NamesFileAndLineOfWhatIsNoMessage) {
   EXPECT_THROW(ReadCatalogFile(folder.Path() / "none.txt"), InputError);
 }
 
-TEST(CatalogFileTest, AnyCutAndAnyWrongByteIsReadOrRefusedByLine) {
-  const ScratchFolder folder;
-  const std::string whole = "\xEF\xBB\xBF# Ü\nTitle = Zwölf\\n\\\\\r\nOther = \\tzwei\\s\n";
-  int refused = 0;
-  const auto tryBytes = [&](const std::string& bytes) {
-    const auto file = folder.Write("cut.en.txt", bytes);
-    const std::string error = ErrorOf([&] { ReadCatalogFile(file); });
-    if (error.empty()) return;
-    EXPECT_THAT(error, HasSubstr("cut.en.txt, line ")) << bytes;
-    ++refused;
-  };
-  for (std::size_t end = 0; end <= whole.size(); ++end) tryBytes(whole.substr(0, end));
-  EXPECT_GT(refused, 10);
-  for (std::size_t at = 0; at < whole.size(); ++at) {
-    for (const char wrong : {'\0', '\xFF', '\\', '\n'}) {
-      tryBytes(std::string(whole).replace(at, 1, 1, wrong));
-    }
-  }
-}
-
 TEST(CatalogStoreTest, TakesFromEnglishWhatTheLanguageLacksOrHasMalformed) {
   const ScratchFolder folder;
   folder.Write("Cmd.en.txt", "Yes = yes\nNo = no");

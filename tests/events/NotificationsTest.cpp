@@ -102,17 +102,6 @@ TEST_F(NotificationsTest, WhatIsRemovedIsStillWholeOrAlreadyGoneAsItsKindSays) {
   (void)flow;
 }
 
-TEST_F(NotificationsTest, ConsequencesAreQueuedAndDeliveredBeforeTheGestureReturns) {
-  listener->reaction = [&](ZefSPPActivityNotification& change) {
-    if (change.GetNotificationKind() != 30) return;
-    DropPart(*a);
-    DropPart(*b);
-    EXPECT_EQ(listener->lines.size(), 1u);
-  };
-  document->AddFlow(*a, *b);
-  EXPECT_EQ(listener->lines, (Strings{"30 - ControlFlow", "17 A P", "17 B P"}));
-}
-
 TEST_F(NotificationsTest, BlockingItemCallbacksSwallowsNoNotification) {
   a->SetCallbacksBlocked(1);
   DropPart(*a);
@@ -129,15 +118,6 @@ TEST_F(NotificationsTest, AHandlerThatThrowsLosesNoNotification) {
   listener->reaction = nullptr;
   document->AddFlow(*a, *b);
   EXPECT_EQ(listener->lines, (Strings{"17 A P", "17 B P", "30 - ControlFlow"}));
-}
-
-TEST_F(NotificationsTest, WhatIsBelowARemovedActivityIsToldOfFirst) {
-  Activity& inner = document->AddActivity(*b, {.key = "INNER"});
-  document->AddActivity(inner, {.key = "INMOST"});
-  document->AddActivity(*b, {.key = "LAST"});
-  document->RemoveActivity(*b);
-  EXPECT_EQ(listener->lines,
-            (Strings{"29 INNER INMOST", "29 B INNER", "29 B LAST", "29 Process B"}));
 }
 
 TEST_F(NotificationsTest, AHandlerMayRemoveWhatIsAboutToBeRemoved) {

@@ -109,22 +109,4 @@ TEST_F(DocumentBuilderTest, TheExampleIsADoor) {
   EXPECT_THAT(Keys(door.OwnChildren()), ElementsAre("FD-130", "FD-131", "Reinforced inner panel"));
 }
 
-TEST_F(DocumentBuilderTest, AnyCutOfAListBuildsOrIsRefusedByName) {
-  const auto textOf = [](const char* name) {
-    std::ifstream file = OpenList(SourceFile("examples/front-door/") + name);
-    return std::string((std::istreambuf_iterator<char>(file)), {});
-  };
-  const std::string parts = textOf("parts.csv");
-  const std::string process = textOf("process.csv");
-  const char kWelds[] = "id,x,y,z,parts\n";
-  for (std::size_t size = 0; size < parts.size(); ++size) {
-    const std::string error = ErrorOf([&] { Build(parts.substr(0, size), kWelds, "id\nOP\n"); });
-    ASSERT_TRUE(error == "no error" || error.starts_with("parts.csv")) << size << error;
-  }
-  for (std::size_t size = 0; size < process.size(); ++size) {
-    const std::string error = ErrorOf([&] { Build(parts, kWelds, process.substr(0, size)); });
-    ASSERT_TRUE(error == "no error" || error.starts_with("process.csv")) << size << error;
-  }
-}
-
 }  // namespace

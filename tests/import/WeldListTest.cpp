@@ -182,25 +182,6 @@ TEST(WeldListTest, WhatIsNoWeldListIsRefused) {
   EXPECT_THAT(ErrorOf([] { OpenList(DataFile("none.csv")); }), HasSubstr("cannot be opened"));
 }
 
-TEST(WeldListTest, AnyCutOfAListKeepsWholeRowsOrIsRefused) {
-  std::ifstream file = OpenList(DataFile("rear_door_welds.csv"));
-  const std::string whole = std::string((std::istreambuf_iterator<char>(file)), {}).substr(0, 1500);
-  std::ifstream partsFile = OpenList(DataFile("rear_door_parts.csv"));
-  const PartsList parts = ReadPartsList(partsFile, "parts");
-  const WeldList all = Welds(whole, parts);
-  for (std::size_t size = 0; size < whole.size(); ++size) {
-    WeldList list;
-    const std::string error = ErrorOf([&] { list = Welds(whole.substr(0, size), parts); });
-    ASSERT_TRUE(error == "no error" || error.starts_with("welds.csv")) << error;
-    ASSERT_LE(list.dropped.size(), 1u) << size;
-    ASSERT_EQ(list.welds.size() + list.dropped.size(), list.rowsRead);
-    for (std::size_t i = 0; i + 1 < list.welds.size(); ++i) {
-      ASSERT_EQ(list.welds[i].position, all.welds[i].position);
-      ASSERT_EQ(list.welds[i].parts, all.welds[i].parts);
-    }
-  }
-}
-
 TEST(WeldListTest, HundredThousandRowsGoodAndBadAreNoWait) {
   std::string text = "id,x,y,z,parts\n";
   for (int i = 0; i < 50'000; ++i) text += "W" + std::to_string(i) + ",1,2,3,P1;P2\nS,1,2,3,P9\n";

@@ -1,5 +1,7 @@
 #include "tests/processdb/Databases.h"
 
+#include <sqlite3.h>
+
 #include "host/component/Handle.h"
 
 namespace tests {
@@ -16,6 +18,23 @@ void WriteLists(const ScratchFolder& folder) {
   folder.Write("activities.csv", "process,activity\nTASK,OP10\n");
   folder.Write("assignments.csv", "weld,process\nSW-1,TASK\n\"SW-1\",\"CELL\"\n");
   folder.Write("version_lists.csv", "weld\nSW-1,LINE,CELL-2\nSW-1\nSW-1,TASK\n");
+}
+
+std::string ChangeAsOthers(const std::filesystem::path& file, const std::string& statements) {
+  constexpr int kMostSteps = 100;  // of a thousand instructions
+  sqlite3* opened = nullptr;
+  if (sqlite3_open(file.c_str(), &opened) != SQLITE_OK) return "cannot be opened";
+  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
+  sqlite3_limit(opened, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, 1 << 23);
+  int steps = 0;
+  const auto isEnough = [](void* count) {
+    return ++*static_cast<int*>(count) > kMostSteps ? 1 : 0;
+  };
+  sqlite3_progress_handler(opened, 1000, isEnough, &steps);
+  const std::string all = "PRAGMA synchronous=OFF;" + statements;
+  const int result = sqlite3_exec(opened, all.c_str(), nullptr, nullptr, nullptr);
+  return result == SQLITE_OK ? "" : sqlite3_errmsg(opened);
 }
 
 namespace {

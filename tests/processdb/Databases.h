@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -10,6 +11,9 @@ namespace tests {
 
 // Writes the lists of a small plant, with an entry of every kind, as many hands would write them.
 void WriteLists(const ScratchFolder& folder);
+
+// Changes a database as another program would. Answers what SQLite has against it.
+std::string ChangeAsOthers(const std::filesystem::path& file, const std::string& statements);
 
 // What the objects of a list are called; gives the objects back and deletes the list.
 std::string Identifiers(embedded::ProcessDatabase& database, ZefListPtrIUnknown* list);

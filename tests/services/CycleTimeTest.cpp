@@ -1,7 +1,6 @@
 #include <map>
 
 #include "services/TuvBIWActivityIntelligenceServices.h"
-#include "tests/support/HostFailures.h"
 #include "tests/support/PlantTest.h"
 
 namespace {
@@ -118,29 +117,6 @@ TEST_F(CycleTimeTest, TheListOfActivitiesDecidesWhetherTheUpdateSucceeds) {
   EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), S_OK) << "there is nothing to update";
   application.Edit(embedded::MakeOwned<embedded::Document>(Plant::Kind::Product));
   EXPECT_EQ(Intelligence::UpdateAllCycleTimeActivities(), E_FAIL) << "there is no process";
-}
-
-TEST_F(CycleTimeTest, NoFailureOfTheHostLosesAReferenceOrTheUpdateAfterwards) {
-  LayOut();
-  ReferenceSnapshot before{plant.Document()->Identity()};
-  for (const auto& activity : plant.Document()->Activities()) before.Add(activity->Identity());
-  const long alive = CountLiveObjects();
-  const auto update = [&] {
-    Intelligence::UpdateAllCycleTimeActivities();
-    for (auto* const operation : plant.Operations()) {
-      Intelligence::UpdateCycleTimeForWelding(operation);
-    }
-  };
-  const long met = ForEachHostFailure(update, [&] {
-    ASSERT_EQ(before.Differences(), "");
-    ASSERT_EQ(CountLiveObjects(), alive);
-    Forget();
-    update();
-    ASSERT_EQ(Times(), kUpdated);
-    Forget();
-  });
-  RecordProperty("host_failures", static_cast<int>(met));
-  EXPECT_GT(met, 50);
 }
 
 }  // namespace

@@ -121,35 +121,4 @@ TEST_F(NavigationFailuresTest, EveryQueryOutlivesEveryFailureOfItsHostAndAnswers
   EXPECT_GE(met, 500);
 }
 
-// What a failed gesture leaves behind goes with its document, and the next one succeeds.
-TEST_F(NavigationFailuresTest, OutputsAndFirstAssignmentsOutliveEveryFailureOfTheirHost) {
-  std::unique_ptr<Plant> line;
-  const auto lineUp = [&] {
-    application.Edit({});
-    line = std::make_unique<Plant>();
-    line->Part("P1");
-    line->Operation("OP10");
-    application.Edit(line->Document());
-  };
-  const auto setUp = [&] {
-    ZefISPPActivity_var activity = line->Operations()[0]->Identity();
-    List products = ListOf(*line->Document()->FindProduct("P1"));
-    Services::CreateProductOutput(activity, products);
-    Services::AssignProductsAsFirstAssign(activity, products);
-  };
-  lineUp();
-  const long alive = CountLiveObjects();
-  const long met = ForEachHostFailure(setUp, [&] {
-    const auto outputs = line->Operations()[0]->Outputs().size();
-    setUp();
-    EXPECT_EQ(line->Operations()[0]->Outputs().size(), outputs + 1);
-    EXPECT_GE(line->Operations()[0]->Links().Size(), 2);
-    lineUp();
-    EXPECT_EQ(CountLiveObjects(), alive);
-  });
-  application.Edit(plant.Document());
-  RecordProperty("host failures met", static_cast<int>(met));
-  EXPECT_GE(met, 20);
-}
-
 }  // namespace

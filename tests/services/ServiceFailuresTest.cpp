@@ -2,6 +2,7 @@
 
 #include "host/document/Document.h"
 #include "services/Received.h"
+#include "services/TuvBIWActivityIntelligenceServices.h"
 #include "services/TuvBIWServices.h"
 #include "tests/support/HostFailures.h"
 #include "tests/support/PlantTest.h"
@@ -101,6 +102,18 @@ const Scenario kScenarios[] = {
     {"unassign", [](Line& line) { Services::UnassignListOfWelds(&line.welds, &line.op10); }},
     {"reallocate",
      [](Line& line) { Services::ReallocateWeld(&line.op10, &line.op20, &line.welds); }},
+    {"outputs and first assignments",
+     [](Line& line) {
+       ZefISPPActivity_var activity = line.op10.Identity();
+       List products = ListOf(line.part);
+       Services::CreateProductOutput(activity, products);
+       Services::AssignProductsAsFirstAssign(activity, products);
+     }},
+    {"cycle times",
+     [](Line& line) {
+       TuvBIWActivityIntelligenceServices::UpdateAllCycleTimeActivities();
+       TuvBIWActivityIntelligenceServices::UpdateCycleTimeForWelding(&line.op10);
+     }},
 };
 
 // A line that a failure went through can be worked on as any other.
@@ -118,6 +131,8 @@ void ExpectUsable(Line& line) {
   EXPECT_EQ(Names(*welds), (Strings{"A", "B", "C", "S", "D"}));
   EXPECT_EQ(Services::GetListOfAllActivities(activities.Out(), nullptr), S_OK);
   EXPECT_EQ(Names(*activities), (Strings{"ST10", "OP10", "OP20"}));
+  EXPECT_EQ(TuvBIWActivityIntelligenceServices::UpdateCycleTimeForWelding(&line.op10), S_OK);
+  EXPECT_GT(line.op10.CycleTime(), 0);
 }
 
 // After each failure the line is taken down: an object that a service kept a reference on would

@@ -104,12 +104,4 @@ TEST(CsvReaderTest, BoundsWhatItHolds) {
   EXPECT_THAT(ErrorOf(",,,x\n", options), HasSubstr("line 1: the row has more than 3 fields"));
 }
 
-TEST(CsvReaderTest, AnyCutOfAListIsReadOrRefusedOnce) {
-  const std::string whole = "\xEF\xBB\xBFid;text\r\n# é\r\n\"a\"\"\r\n\" ; \"ü\"\r\n";
-  for (std::size_t size = 0; size <= whole.size(); ++size) {
-    const std::string error = ErrorOf(whole.substr(0, size));
-    EXPECT_THAT(error, testing::AnyOf("no error", testing::StartsWith("list.csv, line ")));
-  }
-}
-
 }  // namespace

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <unistd.h>
 
@@ -10,14 +11,15 @@
 
 namespace tests {
 
-// A folder of files for the length of one test, of one of the runs that may go on at a time.
+// A folder of files for the length of one test or fuzzed input, of one of the runs that may go on
+// at a time.
 class ScratchFolder {
  public:
   ScratchFolder() {
     const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-    path_ =
-        std::filesystem::path(testing::TempDir()) / (std::string(test->test_suite_name()) + "." +
-                                                     test->name() + "." + std::to_string(getpid()));
+    const std::string name =
+        test ? std::string(test->test_suite_name()) + "." + test->name() : "untested";
+    path_ = std::filesystem::path(testing::TempDir()) / (name + "." + std::to_string(getpid()));
     std::filesystem::create_directories(path_);
   }
   ~ScratchFolder() { std::filesystem::remove_all(path_); }
@@ -34,6 +36,17 @@ class ScratchFolder {
  private:
   std::filesystem::path path_;
 };
+
+inline std::string BytesOf(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// The files and folders directly in a folder.
+inline long CountFiles(const std::filesystem::path& folder) {
+  using Iterator = std::filesystem::directory_iterator;
+  return std::distance(Iterator(folder), Iterator());
+}
 
 // What the error says, or nothing when there is none.
 template <class Action>
