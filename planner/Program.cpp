@@ -1,6 +1,8 @@
 #include "planner/Program.h"
 
 #include <CLI/CLI.hpp>
+#include <chrono>
+#include <cmath>
 #include <fstream>
 
 #include "embedded/Error.h"
@@ -34,10 +36,13 @@ constexpr char kEnd[] =
     "input.\n"
     "docs/biwplan.md has an example.\n";
 
+constexpr double kLongestWait = 86'400;
+
 struct Demand {
   std::string document;
   std::string script;
   std::string language = "en";
+  double wait = static_cast<double>(PlanFile::kUsualWait.count()) / 1000;
   bool keepsGoing = false;
   bool isEchoed = false;
   bool isTraced = false;
@@ -56,6 +61,9 @@ void Declare(CLI::App& app, Demand& demand) {
   app.add_option("--language", demand.language, "Of the warnings: en, de.")
       ->type_name("CODE")
       ->check(CLI::IsMember({"en", "de"}));
+  app.add_option("--wait", demand.wait, "For others who change the document, 10 unless given.")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.0, kLongestWait));
   app.add_flag("--json", demand.isJson, "Answers in JSON, one object in one line.");
   app.add_flag("--trace", demand.isTraced, "Writes the library's trace lines among the messages.");
   app.add_flag("--version", demand.asksForVersion, "Prints the version.");
@@ -141,8 +149,11 @@ Status RunDemand(const Demand& demand, const Surroundings& surroundings, Console
   Session session(demand.document, console);
   AddResources(session.Application().Catalogs());
   session.Application().Catalogs().SetLanguage(demand.language);
+  session.Plan().WaitFor(std::chrono::milliseconds(std::lround(demand.wait * 1000)));
   Interpreter interpreter(session, console);
   if (!demand.words.empty()) {
+    session.StayAlone();
+    interpreter.SaveAtOnce();
     const Outcome outcome = interpreter.Run(demand.words);
     const Status status = SaveAfter(outcome != Outcome::Failed, false, session, console);
     return outcome == Outcome::No ? kNo : status;
@@ -153,6 +164,7 @@ Status RunDemand(const Demand& demand, const Surroundings& surroundings, Console
     RunShell(user, session, interpreter, console);
     return kDone;
   }
+  session.StayAlone();
   const bool isSuccess =
       isScript ? RunFile(demand, session, interpreter)
                : RunScript(surroundings.input, "input", demand.keepsGoing, session, interpreter);

@@ -5,7 +5,6 @@
 
 #include "embedded/Error.h"
 #include "embedded/dialog/ConsoleDialogs.h"
-#include "embedded/storage/DocumentFile.h"
 #include "host/component/ZefTrace.h"
 #include "planner/import/RowFault.h"
 #include "planner/report/Printable.h"
@@ -47,8 +46,11 @@ Session::Traces::Traces(Console& ioConsole) {
 Session::Traces::~Traces() { DivertTraces({}); }
 
 Session::Session(std::filesystem::path iFile, Console& ioConsole)
-    : file_(std::move(iFile)),
-      console_(ioConsole),
+    : console_(ioConsole),
+      file_(std::move(iFile),
+            [this](const std::string& text) {
+              console_.messages << "biwplan: " << Printable(text) << std::endl;
+            }),
       traces_(console_),
       dialogs_(console_),
       application_(dialogs_) {}
@@ -57,24 +59,37 @@ Session::~Session() { DropLabels(); }
 
 embedded::Document& Session::Document() {
   if (!HasDocument()) {
-    if (!std::filesystem::exists(file_)) {
-      throw embedded::InputError("there is no document " + file_.string() + "; 'new' makes it");
-    }
-    application_.Edit(embedded::LoadDocument(file_));
+    application_.Edit(file_.Read());
     Adopt();
   }
   return *application_.Edited();
 }
 
-void Session::Begin(embedded::Owned<embedded::Document> iDocument) {
+void Session::Begin(embedded::Owned<embedded::Document> iDocument, bool iReplaces) {
+  iReplaces ? file_.AcceptAsItIs() : file_.ExpectNone();
   DropLabels();
   application_.Edit(std::move(iDocument));
   Adopt();
   isChanged_ = true;
 }
 
-void Session::Save() {
-  embedded::SaveDocument(Document(), file_);
+void Session::Reload() {
+  auto document = file_.Read();
+  DropLabels();
+  application_.Edit(std::move(document));
+  Adopt();
+  isChanged_ = false;
+}
+
+void Session::PrepareChange() {
+  if (!staysAlone_) return;
+  file_.Lock();
+  // Another one may have been first since a question was answered.
+  if (HasDocument() && !isChanged_ && file_.IsAnother()) Reload();
+}
+
+void Session::Save(bool iOverwrites) {
+  file_.Write(Document(), iOverwrites);
   isChanged_ = false;
 }
 

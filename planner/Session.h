@@ -10,6 +10,7 @@
 #include "host/visu/ZefModelForRep3D.h"
 #include "manufassly/TuvIUpdateManufAssly.h"
 #include "planner/Console.h"
+#include "planner/PlanFile.h"
 #include "planner/names/Names.h"
 #include "planner/report/Progress.h"
 
@@ -19,12 +20,14 @@ namespace biwplan {
 class Session {
  public:
   // The console outlives the session. The file is read when a command first needs it.
+  // Such a session keeps others out only while it saves, and saves over nobody's changes.
   Session(std::filesystem::path iFile, Console& ioConsole);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  const std::filesystem::path& File() const { return file_; }
+  const std::filesystem::path& File() const { return file_.Path(); }
+  PlanFile& Plan() { return file_; }
   embedded::Application& Application() { return application_; }
 
   // InputError when the file is missing or cannot be read.
@@ -32,13 +35,22 @@ class Session {
   Names Find() { return Names(Document()); }
   // True once the document was read or made.
   bool HasDocument() const { return application_.Edited() != nullptr; }
-  // Begins anew with this document, which is not saved yet.
-  void Begin(embedded::Owned<embedded::Document> iDocument);
+  // Begins anew with this document, which is not saved yet. It may replace what the file holds now,
+  // or else nothing.
+  void Begin(embedded::Owned<embedded::Document> iDocument, bool iReplaces);
+  // Takes what the file holds now, in place of all changes.
+  void Reload();
+
+  // From its first change on the session is alone on the file, until it ends.
+  void StayAlone() { staysAlone_ = true; }
+  // Before a command that may change the document.
+  void PrepareChange();
 
   // The document differs from its file.
   void Changed() { isChanged_ = true; }
   bool IsChanged() const { return isChanged_; }
-  void Save();
+  // InputError when somebody else has changed the file since it was read, unless that may go.
+  void Save(bool iOverwrites = false);
 
   // Has the assemblies follow the process from now on, or not; the document keeps the choice.
   void SwitchUpdate(bool iOn);
@@ -88,8 +100,8 @@ class Session {
     Traces& operator=(const Traces&) = delete;
   };
 
-  std::filesystem::path file_;
   Console& console_;
+  PlanFile file_;
   Traces traces_;
   Dialogs dialogs_;
   embedded::Application application_;
@@ -99,6 +111,7 @@ class Session {
   bool isColouring_ = false;
   list<ZefModelForRep3D> labels_;
   bool isChanged_ = false;
+  bool staysAlone_ = false;
   bool isLeaving_ = false;
 };
 

@@ -31,6 +31,7 @@ EXCEPTIONS = {"frame/Registration.cpp"}
 SEAMS = {
     r"nlohmann/": ("embedded/storage/", "planner/report/Json.h", "tests/", "bench/"),
     r"sqlite3\.h": ("embedded/processdb/", "tests/processdb/"),
+    r"xxhash\.h": ("embedded/storage/Fingerprint.cpp",),
     r"CLI/": ("planner/",),
     r"histedit\.h|editline/": ("planner/",),
     r"gtest/|gmock/": ("tests/",),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <optional>
@@ -11,6 +12,7 @@
 #include <unistd.h>
 
 #include "embedded/Error.h"
+#include "embedded/storage/Descriptor.h"
 
 namespace embedded {
 
@@ -31,23 +33,11 @@ constexpr mode_t kPermissions = 07777;
   Fail(file, "cannot be saved", "it must lie in a folder that can be written, on a disk with room");
 }
 
-// An open file, closed at the end.
-class Descriptor {
- public:
-  Descriptor(const fs::path& path, int flags, mode_t mode = 0)
-      : number_(::open(path.c_str(), flags | O_CLOEXEC, mode)) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  bool IsOpen() const { return number_ >= 0; }
-  int Number() const { return number_; }
-
- private:
-  int number_;
-};
+[[noreturn]] void FailAsItAppeared(const fs::path& file) {
+  throw InputError(file.string() +
+                   ": the file appeared meanwhile and is left as it is; choose another name or "
+                   "replace it by intent");
+}
 
 // False with errno set when a byte cannot be written.
 bool WriteAll(int descriptor, std::string_view bytes) {
@@ -73,34 +63,52 @@ class Draft {
   Draft(const fs::path& file, mode_t mode) : file_(file) {
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
       path_ = NewName();
-      descriptor_.emplace(path_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
-      if (descriptor_->IsOpen()) return;
+      // Also for reading: a lock may carry over to it.
+      descriptor_ = Descriptor(path_, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+      if (descriptor_.IsOpen()) return;
       if (errno != EEXIST) break;
     }
     FailToSave(file_);
   }
   ~Draft() {
-    if (!isPlaced_ && descriptor_->IsOpen()) ::unlink(path_.c_str());
+    if (!isPlaced_ && descriptor_.IsOpen()) ::unlink(path_.c_str());
   }
   Draft(const Draft&) = delete;
   Draft& operator=(const Draft&) = delete;
 
   // The owner stays when that is permitted; if not, the file belongs to whoever saves it.
   void TakeOver(const struct stat& former) {
-    if (::fchown(descriptor_->Number(), former.st_uid, former.st_gid) != 0) errno = 0;
-    if (::fchmod(descriptor_->Number(), former.st_mode & kPermissions) != 0) FailToSave(file_);
+    if (::fchown(descriptor_.Number(), former.st_uid, former.st_gid) != 0) errno = 0;
+    if (::fchmod(descriptor_.Number(), former.st_mode & kPermissions) != 0) FailToSave(file_);
   }
   void Write(std::string_view bytes) {
-    if (!WriteAll(descriptor_->Number(), bytes) || !Flush(descriptor_->Number())) {
+    if (!WriteAll(descriptor_.Number(), bytes) || !Flush(descriptor_.Number())) {
       FailToSave(file_);
     }
   }
-  void Place() {
-    if (::rename(path_.c_str(), file_.c_str()) != 0) FailToSave(file_);
+  void Place(bool onlyIfFree) {
+    if (onlyIfFree ? !MoveIfFree() : ::rename(path_.c_str(), file_.c_str()) != 0) {
+      if (errno == EEXIST) FailAsItAppeared(file_);
+      FailToSave(file_);
+    }
     isPlaced_ = true;
   }
+  Descriptor& File() { return descriptor_; }
 
  private:
+  // Not every file system can move so, and some have no second names for files either.
+  bool MoveIfFree() const {
+    if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, file_.c_str(), RENAME_NOREPLACE) == 0) {
+      return true;
+    }
+    if (errno != EINVAL && errno != ENOSYS) return false;
+    if (::link(path_.c_str(), file_.c_str()) == 0) return ::unlink(path_.c_str()) == 0;
+    if (errno == EEXIST || ::access(file_.c_str(), F_OK) == 0) {
+      errno = EEXIST;
+      return false;
+    }
+    return ::rename(path_.c_str(), file_.c_str()) == 0;
+  }
   fs::path NewName() const {
     static constexpr char kLetters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
     static std::random_device random;
@@ -114,7 +122,7 @@ class Draft {
 
   fs::path file_;
   fs::path path_;
-  std::optional<Descriptor> descriptor_;
+  Descriptor descriptor_;
   bool isPlaced_ = false;
 };
 
@@ -185,13 +193,16 @@ fs::path FollowLinks(const fs::path& iFile) {
   return file;
 }
 
-void ReplaceFile(const fs::path& iFile, std::string_view iBytes) {
+void ReplaceFile(const fs::path& iFile, std::string_view iBytes, const Replacement& iHow) {
   const fs::path target = FollowLinks(iFile);
   const auto former = Former(target);
   Draft draft(target, former ? former->st_mode & 0777 : 0666);
   if (former) draft.TakeOver(*former);
   draft.Write(iBytes);
-  draft.Place();
+  const bool isLocked = iHow.lock && FileLock::Prepare(draft.File());
+  if (iHow.approve) iHow.approve();
+  draft.Place(iHow.onlyIfFree);
+  if (isLocked) iHow.lock->GoOnWith(std::move(draft.File()));
   FlushFolder(target);
 }
 

@@ -196,6 +196,7 @@ class Update : public Command {
     ioSyntax.Choice({"on", "off", "status"}, word_, "On makes assemblies follow each change.");
   }
 
+  bool MayChange() const override { return word_ != "status"; }
   Answer Run(Session& ioSession) override {
     if (word_ != "status") ioSession.SwitchUpdate(word_ == "on");
     const std::string through = ioSession.Document().settings.updateThrough;

@@ -50,6 +50,9 @@ std::string Rest(const Json& data, const char* field, const std::string& title) 
 
 // What assigning, unassigning and reallocating have in common.
 class Change : public Command {
+ public:
+  bool MayChange() const override { return true; }
+
  protected:
   // The welds that the user named.
   Objects Welds(Session& session) const { return session.Find().Welds(words_); }

@@ -20,6 +20,7 @@ class CycleTime : public Command {
         "make seams the seams' lengths over a speed.");
   }
 
+  bool MayChange() const override { return true; }
   Answer Run(Session& ioSession) override {
     const embedded::Document& document = ioSession.Document();
     const std::vector<double> before = Times(document);

@@ -63,6 +63,7 @@ class ExternalCreate : public Fill {
     DeclareSources(ioSyntax);
   }
 
+  bool MayChange() const override { return true; }
   Answer Run(Session& ioSession) override {
     embedded::Document& document = ioSession.Document();
     const auto files = embedded::CreateFromCsv(file_, Sources());
@@ -92,6 +93,7 @@ class ExternalAttach : public Command {
     ioSyntax.Required(NameKind::File, "FILE", file_, "A process database.");
   }
 
+  bool MayChange() const override { return true; }
   Answer Run(Session& ioSession) override {
     ioSession.Document().AttachDatabase(embedded::ProcessDatabase::Open(file_));
     ioSession.Changed();

@@ -26,6 +26,7 @@ std::string Text(const Json& data, const char* field) {
 // A change of the process that names two things.
 class Gesture : public Command {
  public:
+  bool MayChange() const override { return true; }
   Answer Run(Session& ioSession) override {
     Json data = Change(ioSession);
     ioSession.Changed();
@@ -190,6 +191,7 @@ class FirstAssign : public Command {
     ioSyntax.OneOrMore(NameKind::Part, "ITEM", words_, "Parts or assemblies.");
   }
 
+  bool MayChange() const override { return true; }
   Answer Run(Session& ioSession) override {
     ZefISPPActivity_var activity = ioSession.Find().ActivityOf(name_).Identity();
     ZefListValZefBaseUnknown_var items;

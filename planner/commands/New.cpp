@@ -52,8 +52,9 @@ class New : public Command {
     ioSyntax.Note("docs/formats.md describes the lists.");
   }
 
+  bool MayChange() const override { return true; }
   Answer Run(Session& ioSession) override {
-    const bool exists = ioSession.HasDocument() || std::filesystem::exists(ioSession.File());
+    const bool exists = ioSession.HasDocument() || ioSession.Plan().Exists();
     if (exists && !isReplaced_) {
       throw embedded::InputError("the document " + ioSession.File().string() +
                                  " exists already; --replace begins anew");
@@ -66,7 +67,7 @@ class New : public Command {
     const ProcessList process = ReadList(ioSession, process_, [&](std::istream& stream) {
       return ReadProcessList(stream, process_, parts);
     });
-    ioSession.Begin(BuildDocument(parts, welds, process, name_));
+    ioSession.Begin(BuildDocument(parts, welds, process, name_), isReplaced_);
     return {Describe(parts, welds, process)};
   }
 

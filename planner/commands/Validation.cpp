@@ -68,6 +68,7 @@ class Validate : public Command {
         "refused.");
   }
 
+  bool MayChange() const override { return isApplied_; }
   Answer Run(Session& ioSession) override {
     const ZefISPPActivity_var activity = ioSession.Find().ActivityOf(name_).Identity();
     const Objects candidates =
@@ -149,6 +150,7 @@ class Settings : public Command {
                     "On: welds may only be assigned where their parts are loaded.");
   }
 
+  bool MayChange() const override { return word_ != "status"; }
   Answer Run(Session& ioSession) override {
     bool& isOn = ioSession.Document().settings.partLoadConstraint;
     if (word_ != "status" && isOn != (word_ == "on")) {

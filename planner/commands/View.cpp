@@ -150,6 +150,7 @@ class HideOrShow : public ViewCommand {
     ioSyntax.Note("The document keeps what is hidden.");
   }
 
+  bool MayChange() const override { return true; }
   Answer Run(Session& ioSession) override {
     Objects welds = Welds(ioSession);
     TuvBIWServices::HideShowWeldPointsInList(&welds, isShow_ ? 1 : 0);

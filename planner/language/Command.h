@@ -22,6 +22,8 @@ class Command {
  public:
   virtual ~Command() = default;
   virtual void Declare(Syntax& /*ioSyntax*/) {}
+  // Asked when its words are read: whether it may change the document or its file.
+  virtual bool MayChange() const { return false; }
   // InputError when it cannot be done; the document is then as it was.
   virtual Answer Run(Session& ioSession) = 0;
   // The data of its answer for people: lines, each with its end, or nothing.

@@ -1,5 +1,6 @@
 #include "planner/language/Interpreter.h"
 
+#include <cassert>
 #include <new>
 
 #include "embedded/Error.h"
@@ -75,7 +76,11 @@ bool Interpreter::Perform(const std::vector<std::string>& words) {
     console_.results << syntax.Help() << std::flush;
     return true;
   }
+  [[maybe_unused]] const bool wasChanged = session_.IsChanged();
+  if (command->MayChange()) session_.PrepareChange();
   const Answer answer = command->Run(session_);
+  assert(command->MayChange() || wasChanged || !session_.IsChanged());
+  if (savesAtOnce_ && session_.IsChanged()) session_.Save();
   const std::vector<DialogRequest> warnings = session_.TakeWarnings();
   const bool isJson = console_.isJson || syntax.IsJson();
   console_.results << (isJson ? AsJson(entry.verb, answer.data, warnings)

@@ -16,6 +16,8 @@ class Interpreter {
  public:
   Interpreter(Session& ioSession, Console& ioConsole) : session_(ioSession), console_(ioConsole) {}
 
+  // Each command's changes are saved before it is answered.
+  void SaveAtOnce() { savesAtOnce_ = true; }
   // A failure is printed, with the place in front, and leaves the document as it was. Nothing to
   // run counts as Yes.
   Outcome Run(const std::vector<std::string>& iWords, const std::string& iPlace = {});
@@ -30,6 +32,7 @@ class Interpreter {
 
   Session& session_;
   Console& console_;
+  bool savesAtOnce_ = false;
 };
 
 }  // namespace biwplan

@@ -1,0 +1,97 @@
+#include "planner/PlanFile.h"
+
+#include <system_error>
+
+#include "embedded/Error.h"
+#include "embedded/storage/DocumentFile.h"
+#include "embedded/storage/FileReplacement.h"
+#include "embedded/storage/JsonTree.h"
+
+namespace biwplan {
+
+namespace fs = std::filesystem;
+
+using embedded::FileLock;
+using embedded::InputError;
+
+namespace {
+
+// Releases what was locked for it alone.
+class Alone {
+ public:
+  Alone(PlanFile& file, bool isAlready) : file_(isAlready ? nullptr : &file) {
+    if (file_) file_->Lock();
+  }
+  ~Alone() {
+    if (file_) file_->Release();
+  }
+  Alone(const Alone&) = delete;
+  Alone& operator=(const Alone&) = delete;
+
+ private:
+  PlanFile* file_;
+};
+
+}  // namespace
+
+bool PlanFile::Exists() const {
+  std::error_code error;
+  return fs::exists(path_, error);
+}
+
+bool PlanFile::IsAt(const fs::path& iPath) const {
+  std::error_code error;
+  return fs::weakly_canonical(iPath, error) == fs::weakly_canonical(path_, error) && !error;
+}
+
+void PlanFile::Lock() {
+  if (lock_.Now() == FileLock::State::Held) return;
+  const FileLock::State state = lock_.Take(embedded::FollowLinks(path_), wait_);
+  if (state == FileLock::State::Busy) {
+    throw InputError(path_.string() + ": the plan is held by " + lock_.Holder() +
+                     "; try again when that has ended, or wait longer with --wait");
+  }
+  if (state != FileLock::State::Unable || hasToldUnable_ || !tell_) return;
+  hasToldUnable_ = true;
+  tell_(path_.string() +
+        ": its file system cannot lock files; changes by others are found only when it is saved");
+}
+
+embedded::Owned<embedded::Document> PlanFile::Read() {
+  if (!Exists()) {
+    throw InputError("there is no document " + path_.string() + "; 'new' makes it");
+  }
+  const std::string text = embedded::ReadWholeFile(path_, embedded::JsonTree::kMaxBytes);
+  auto document = embedded::ReadDocument(text, path_.string());
+  known_ = embedded::FingerprintOf(text);
+  return document;
+}
+
+bool PlanFile::IsAnother() const { return embedded::FingerprintOfFile(path_) != known_; }
+
+void PlanFile::AcceptAsItIs() { known_ = embedded::FingerprintOfFile(path_); }
+
+// A file that went away took nothing along that could be lost here.
+void PlanFile::RequireKnown() const {
+  const auto now = embedded::FingerprintOfFile(path_);
+  if (!now || now == known_) return;
+  throw InputError(path_.string() + (known_ ? " was changed" : " was made") +
+                   " by somebody else meanwhile and is left so: 'save OTHER.json' keeps this plan "
+                   "beside it, 'reload' takes that one, 'save --overwrite' replaces it");
+}
+
+void PlanFile::Write(const embedded::Document& iDocument, bool iOverwrites) {
+  const Alone alone(*this, lock_.Now() == FileLock::State::Held);
+  const std::string text =
+      embedded::WriteDocument(iDocument, embedded::FollowLinks(path_).parent_path());
+  embedded::ReplaceFile(path_, text,
+                        {.approve =
+                             [&] {
+                               if (!iOverwrites) RequireKnown();
+                             },
+                         .onlyIfFree = !iOverwrites && !known_.has_value(),
+                         .lock = &lock_});
+  known_ = embedded::FingerprintOf(text);
+}
+
+}  // namespace biwplan
