@@ -1,9 +1,12 @@
 #include "hostcheck/Bench.h"
 
 #include <memory>
+#include <set>
+#include <sstream>
 
 #include "host/component/Callbacks.h"
 #include "host/document/Document.h"
+#include "host/fastening/TuvIMfgAssembly.h"
 #include "host/process/Process.h"
 
 namespace hostcheck {
@@ -162,6 +165,27 @@ std::string Bench::Parent(ZefBaseUnknown* iActivity) {
   return NameOf(parent.Get());
 }
 
+std::string Bench::State() {
+  std::string state;
+  for (ZefBaseUnknown* const activity : Activities()) {
+    state += NameOf(activity) + " in " + Parent(activity) + " above " + Children(activity);
+    if (ZefISPPFlowMgt_var(activity)) {
+      state += " after " + Previous(activity) + " before " + Next(activity) + " makes " +
+               Outputs(activity);
+    }
+    if (ZefISPPItemMgt_var(activity)) state += " has " + Items(activity, 0);
+    state += "\n";
+  }
+  return state;
+}
+
+std::string Bench::AssemblyChildren(ZefBaseUnknown* iAssembly) {
+  ZefListValZefBaseUnknown_var* children = nullptr;
+  Ask<TuvIMfgAssembly>(iAssembly)->GetChildren(children);
+  const std::unique_ptr<ZefListValZefBaseUnknown_var> list(children);
+  return list ? Names(*list) : "";
+}
+
 std::vector<ZefBaseUnknown*> Bench::Activities() const {
   std::vector<ZefBaseUnknown*> all{root, st10, op10, op11, st20, op20};
   if (wait) all.push_back(wait);
@@ -212,15 +236,45 @@ Witness::~Witness() { RemoveCallback(nullptr, dispatcher_, callback_); }
 
 std::string Witness::Take() { return std::exchange(lines_, {}); }
 
+std::string Witness::Describe(ZefSPPActivityNotification& change) const {
+  const std::string kind = std::to_string(change.GetNotificationKind()) + " ";
+  if (const ZefISPPControlFlow_var flow = change.GetSon()) return kind + EndsOf(bench_, flow);
+  std::string son = bench_.NameOf(change.GetSon());
+  if (const ZefISPPProductIO_var made = change.GetSon()) {
+    ZefBaseUnknown_var product;
+    made->GetProduct(product.Put());
+    son = "output of " + bench_.NameOf(product.Get());
+  }
+  return kind + bench_.NameOf(change.GetFather()) + ">" + son;
+}
+
 void Witness::Hear(const char*, void*, ZefNotification* notification, void* data, long) {
   auto& self = *static_cast<Witness*>(data);
   auto* const change = dynamic_cast<ZefSPPActivityNotification*>(notification);
   if (!change) return;
-  std::string line = std::to_string(change->GetNotificationKind()) + " " +
-                     self.bench_.NameOf(change->GetFather()) + ">" +
-                     self.bench_.NameOf(change->GetSon());
+  std::string line = self.Describe(*change);
   if (self.see) line += self.see(*change);
   AddWord(self.lines_, line, ", ");
+}
+
+std::string EndsOf(const Bench& iBench, const ZefISPPControlFlow_var& iFlow) {
+  const auto name = [&](HRESULT (ZefISPPControlFlow::*give)(ZefISPPFlowEnd_var&)) {
+    ZefISPPFlowEnd_var end;
+    ((*iFlow).*give)(end);
+    ZefISPPActivity_var activity;
+    if (end) end->GetActivity(activity);
+    return iBench.NameOf(activity.Get());
+  };
+  return name(&ZefISPPControlFlow::GetFrom) + "-" + name(&ZefISPPControlFlow::GetTo);
+}
+
+std::string Sorted(const std::string& iWords) {
+  std::istringstream stream(iWords);
+  std::multiset<std::string> words;
+  for (std::string word; stream >> word;) words.insert(word);
+  std::string sorted;
+  for (const std::string& word : words) AddWord(sorted, word);
+  return sorted;
 }
 
 unsigned int CountOf(ZefBaseUnknown* iObject) {

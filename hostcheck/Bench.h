@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/component/Handle.h"
+#include "host/process/ZefISPPControlFlow.h"
 #include "host/process/ZefSPPActivityNotification.h"
 #include "host/process/ZefSPPActivityNotificationDispatcher.h"
 #include "host/values/ZefListValZefBaseUnknown_var.h"
@@ -98,6 +99,11 @@ class Bench {
   std::string Children(ZefBaseUnknown* iActivity, const char* iType = "");
   std::string Parent(ZefBaseUnknown* iActivity);
 
+  // What the activities of the line say of tree, flow, items and outputs.
+  std::string State();
+  // Null for what is no assembly.
+  std::string AssemblyChildren(ZefBaseUnknown* iAssembly);
+
   // The activities of the line, parents first.
   std::vector<ZefBaseUnknown*> Activities() const;
   // An object of every kind, with what operations hand out of them.
@@ -125,6 +131,8 @@ class Bench {
 };
 
 // Writes changes of the process down as "kind father>son", with what `see` sees at that moment.
+// Flows are called by their ends and stand alone: they may have a father or none. Outputs are
+// called by their products.
 class Witness {
  public:
   explicit Witness(Bench& iBench);
@@ -138,6 +146,7 @@ class Witness {
   std::function<std::string(ZefSPPActivityNotification&)> see;
 
  private:
+  std::string Describe(ZefSPPActivityNotification& change) const;
   static void Hear(const char*, void*, ZefNotification* notification, void* data, long);
 
   Bench& bench_;
@@ -145,6 +154,12 @@ class Witness {
   long callback_;
   std::string lines_;
 };
+
+// The activities at the ends of a control flow, as "A-B".
+std::string EndsOf(const Bench& iBench, const ZefISPPControlFlow_var& iFlow);
+
+// Words in alphabetical order, for lists whose order is the host's own.
+std::string Sorted(const std::string& iWords);
 
 // How many references the object has.
 unsigned int CountOf(ZefBaseUnknown* iObject);

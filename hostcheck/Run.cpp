@@ -10,12 +10,10 @@ namespace {
 const std::vector<Check>& AllChecks() {
   static const std::vector<Check> all = [] {
     std::vector<Check> joined;
-    for (const auto group : {
-             &IdentityChecks,
-             &CountingChecks,
-             &ExtensionChecks,
-             &DocumentChecks,
-         }) {
+    for (const auto group :
+         {&IdentityChecks, &CountingChecks, &ExtensionChecks, &DocumentChecks, &ItemChecks,
+          &FlowChecks, &TreeChecks, &ProductChecks, &NotificationChecks, &RemovalChecks,
+          &ApplicationChecks, &DatabaseChecks, &VisualisationChecks, &RandomChecks, &NullChecks}) {
       const auto checks = group();
       joined.insert(joined.end(), checks.begin(), checks.end());
     }
