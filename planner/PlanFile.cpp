@@ -84,14 +84,17 @@ void PlanFile::Write(const embedded::Document& iDocument, bool iOverwrites) {
   const Alone alone(*this, lock_.Now() == FileLock::State::Held);
   const std::string text =
       embedded::WriteDocument(iDocument, embedded::FollowLinks(path_).parent_path());
-  embedded::ReplaceFile(path_, text,
-                        {.approve =
-                             [&] {
-                               if (!iOverwrites) RequireKnown();
-                             },
-                         .onlyIfFree = !iOverwrites && !known_.has_value(),
-                         .lock = &lock_});
+  const auto remarks = embedded::ReplaceFile(path_, text,
+                                             {.approve =
+                                                  [&] {
+                                                    if (!iOverwrites) RequireKnown();
+                                                  },
+                                              .onlyIfFree = !iOverwrites && !known_.has_value(),
+                                              .lock = &lock_});
   known_ = embedded::FingerprintOf(text);
+  for (const std::string& remark : remarks) {
+    if (tell_) tell_(remark);
+  }
 }
 
 }  // namespace biwplan

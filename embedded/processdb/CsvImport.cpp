@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <fstream>
+#include <optional>
 #include <system_error>
-#include <unistd.h>
 
 #include "embedded/Error.h"
 #include "embedded/processdb/ProcessDatabase.h"
 #include "embedded/storage/CsvReader.h"
+#include "embedded/storage/Draft.h"
 
 namespace embedded {
 
@@ -181,30 +182,6 @@ void RequireFiles(const Path& source) {
                    " or one of these");
 }
 
-// Removes a file at its end, whatever became of it.
-class ScratchFile {
- public:
-  explicit ScratchFile(const Path& path) : path_(path) {}
-  ~ScratchFile() {
-    std::error_code ignored;
-    std::filesystem::remove(path_, ignored);
-    std::filesystem::remove(path_.string() + "-journal", ignored);
-  }
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
-
- private:
-  const Path& path_;
-};
-
-void Rename(const Path& from, const Path& to) {
-  std::error_code error;
-  std::filesystem::rename(from, to, error);
-  if (!error) return;
-  throw InputError("'" + to.string() + "' cannot be written (" + error.message() +
-                   "); give a path where a new file may stand");
-}
-
 }  // namespace
 
 std::vector<ImportedFile> ImportCsv(ProcessDatabase& ioDatabase,
@@ -226,12 +203,12 @@ std::vector<ImportedFile> CreateFromCsv(const Path& iDatabase, const std::vector
     throw InputError("'" + iDatabase.string() +
                      "' is there already; give a new database a path of its own");
   }
-  const Path path = iDatabase.string() + "." + std::to_string(getpid()) + ".new";
-  auto database = ProcessDatabase::Create(path);
-  const ScratchFile scratch(path);
+  Draft draft(iDatabase, std::nullopt);
+  auto database = ProcessDatabase::Create(draft.Path());
   auto imported = ImportCsv(*database, iSources);
   database.reset();
-  Rename(path, iDatabase);
+  draft.Place(true);
+  FlushFolderOf(iDatabase);
   return imported;
 }
 

@@ -6,6 +6,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "embedded/storage/FileCalls.h"
+
 namespace embedded {
 
 // An open file or folder, closed at the end. Programs that are started do not inherit it.
@@ -14,7 +16,8 @@ class Descriptor {
   Descriptor() = default;
   // Check IsOpen; errno tells why it is not.
   Descriptor(const std::filesystem::path& iPath, int iFlags, mode_t iMode = 0)
-      : number_(::open(iPath.c_str(), iFlags | O_CLOEXEC, iMode)) {}
+      : number_(Retried(
+            [&] { return FileCalls::Current().Open(iPath.c_str(), iFlags | O_CLOEXEC, iMode); })) {}
   ~Descriptor() { Close(); }
   Descriptor(Descriptor&& iOther) noexcept : number_(std::exchange(iOther.number_, -1)) {}
   Descriptor& operator=(Descriptor&& iOther) noexcept {

@@ -21,8 +21,8 @@ std::string WriteDocument(const Document& iDocument, const fs::path& iFolder) {
   return DocumentWriter(iDocument, iFolder).Write();
 }
 
-void SaveDocument(const Document& iDocument, const fs::path& iFile) {
-  ReplaceFile(iFile, WriteDocument(iDocument, FollowLinks(iFile).parent_path()));
+std::vector<std::string> SaveDocument(const Document& iDocument, const fs::path& iFile) {
+  return ReplaceFile(iFile, WriteDocument(iDocument, FollowLinks(iFile).parent_path()));
 }
 
 }  // namespace embedded

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "embedded/model/Document.h"
 #include "embedded/model/Owned.h"
@@ -19,8 +20,9 @@ Owned<Document> LoadDocument(const std::filesystem::path& iFile);
 Owned<Document> ReadDocument(std::string_view iText, const std::string& iName);
 
 // Replaces the file as a whole: whatever interrupts it leaves all of the former file or all of the
-// new one. Permissions are kept, symbolic links are followed.
-void SaveDocument(const Document& iDocument, const std::filesystem::path& iFile);
+// new one, as ReplaceFile does it.
+std::vector<std::string> SaveDocument(const Document& iDocument,
+                                      const std::filesystem::path& iFile);
 // The text that is saved. Paths in it are relative to `iFolder`, empty for the current one.
 std::string WriteDocument(const Document& iDocument, const std::filesystem::path& iFolder = {});
 

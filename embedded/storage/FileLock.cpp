@@ -6,6 +6,7 @@
 #include <thread>
 #include <utility>
 
+#include "embedded/storage/FileCalls.h"
 #include "embedded/storage/LockHolder.h"
 
 namespace embedded {
@@ -13,6 +14,8 @@ namespace embedded {
 namespace {
 
 constexpr std::chrono::milliseconds kPause{2};
+// A file that is always replaced before it can be locked stands on a system that names it anew.
+constexpr int kMostAttempts = 1000;
 
 // Locks over a network want a file that can be written.
 Descriptor Open(const std::filesystem::path& file) {
@@ -29,16 +32,14 @@ bool IsOrdinary(const Descriptor& file) {
 bool IsStillAt(const std::filesystem::path& path, const Descriptor& file) {
   struct stat there {};
   struct stat here {};
-  return ::stat(path.c_str(), &there) == 0 && ::fstat(file.Number(), &here) == 0 &&
-         there.st_dev == here.st_dev && there.st_ino == here.st_ino;
+  return FileCalls::Current().Status(path.c_str(), &there) == 0 &&
+         ::fstat(file.Number(), &here) == 0 && there.st_dev == here.st_dev &&
+         there.st_ino == here.st_ino;
 }
 
 int Lock(const Descriptor& file) {
-  int result = 0;
-  do {
-    result = ::flock(file.Number(), LOCK_EX | LOCK_NB);
-  } while (result != 0 && errno == EINTR);
-  return result == 0 ? 0 : errno;
+  const auto lock = [&] { return FileCalls::Current().Lock(file.Number(), LOCK_EX | LOCK_NB); };
+  return Retried(lock) == 0 ? 0 : errno;
 }
 
 }  // namespace
@@ -49,7 +50,7 @@ FileLock::State FileLock::Become(State state, Descriptor file) {
 }
 
 FileLock::State FileLock::Try(const std::filesystem::path& file) {
-  while (true) {
+  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
     Descriptor descriptor = Open(file);
     if (!descriptor.IsOpen() || !IsOrdinary(descriptor)) return Become(State::NoFile);
     const int error = Lock(descriptor);
@@ -59,6 +60,7 @@ FileLock::State FileLock::Try(const std::filesystem::path& file) {
     NoteLockTime(descriptor.Number());
     return Become(State::Held, std::move(descriptor));
   }
+  return Become(State::Unable);
 }
 
 FileLock::State FileLock::Take(const std::filesystem::path& iFile,

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "embedded/storage/FileLock.h"
 
@@ -23,10 +24,12 @@ struct Replacement {
 };
 
 // Gives the file new bytes, all of them or none: they are written and flushed beside it and then
-// take its place. Permissions are kept, symbolic links are followed. InputError when that fails,
-// which leaves the former file and nothing else.
-void ReplaceFile(const std::filesystem::path& iFile, std::string_view iBytes,
-                 const Replacement& iHow = {});
+// take its place. Its owner, rights and attributes are kept where that is permitted, symbolic links
+// are followed. InputError when it fails, which leaves the former file and nothing else. Answers
+// in sentences what the user should know: what was not kept, and whether a loss of power may
+// still undo it.
+std::vector<std::string> ReplaceFile(const std::filesystem::path& iFile, std::string_view iBytes,
+                                     const Replacement& iHow = {});
 
 // Where symbolic links lead from a path, whether or not there is a file.
 std::filesystem::path FollowLinks(const std::filesystem::path& iFile);

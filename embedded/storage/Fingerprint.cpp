@@ -1,11 +1,11 @@
 #include "embedded/storage/Fingerprint.h"
 
-#include <cerrno>
 #include <memory>
 #include <vector>
 #include <xxhash.h>
 
 #include "embedded/storage/Descriptor.h"
+#include "embedded/storage/FileCalls.h"
 
 namespace embedded {
 
@@ -30,8 +30,8 @@ std::optional<Fingerprint> FingerprintOfFile(const std::filesystem::path& iFile)
   if (!file.IsOpen() || !state || XXH3_128bits_reset(state.get()) != XXH_OK) return std::nullopt;
   std::vector<char> bytes(kPortion);
   while (true) {
-    const ssize_t read = ::read(file.Number(), bytes.data(), bytes.size());
-    if (read < 0 && errno == EINTR) continue;
+    const ssize_t read = Retried(
+        [&] { return FileCalls::Current().Read(file.Number(), bytes.data(), bytes.size()); });
     if (read < 0) return std::nullopt;
     if (read == 0) break;
     XXH3_128bits_update(state.get(), bytes.data(), static_cast<std::size_t>(read));
