@@ -1,3 +1,4 @@
+#include "host/component/LiveObjects.h"
 #include "host/document/Document.h"
 #include "host/fastening/Fastening.h"
 #include "host/process/Process.h"
@@ -122,11 +123,13 @@ void QueueHolds(Bench& bench) {
   Witness witness(bench);
   witness.see = [&](ZefSPPActivityNotification& change) -> std::string {
     if (change.GetNotificationKind() != ZefSPPActivityNotification::FlowCreated) return "";
+    const long alive = CountLiveObjects();
     ZefBaseUnknown* const passing =
         bench.hooks.AddActivity(bench.st30, "OP31", ActivityRole::Operation);
     bench.Call(passing, "OP31");
     bench.Link(passing, bench.weld, 2);
     bench.hooks.RemoveActivity(passing);
+    bench.Expect(CountLiveObjects() > alive, "what waits to be told holds the removed activity");
     return "";
   };
   bench.Draw(bench.st20, bench.st30);
