@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <memory>
+#include <unordered_map>
+#include <vector>
 
 #include "host/document/ZefILinkableObject.h"
 #include "host/document/ZefIPointingHolder.h"
@@ -31,6 +33,77 @@ NewList ChildrenToWalk(const TuvIMfgAssembly_var& assembly) {
   return children && children->Locate(assembly, 1) == 0 ? std::move(children) : nullptr;
 }
 
+// Collects what is first assigned upstream, once for each path. What another path has found behind
+// an activity is copied, unless a ring cut it short: then it depends on the path.
+class Upstream {
+ public:
+  Upstream(TuvEUpdateManufAssly& update, ZefListValZefBaseUnknown_var& ioItems)
+      : update_(update), items_(ioItems) {}
+
+  void Run(const ZefISPPActivity_var& activity) {
+    Enter(activity);
+    while (!path_.empty()) {
+      Step& step = path_.back();
+      if (++step.position > step.previous.Size()) {
+        Leave();
+        continue;
+      }
+      ZefISPPActivity_var previous = step.previous[step.position];
+      if (!previous) continue;
+      update_.GetFirstAssignedItems(previous, items_);
+      Enter(previous);
+    }
+  }
+
+ private:
+  struct Step {
+    ZefBaseUnknown_var activity;
+    ZefListValZefBaseUnknown_var previous;
+    int behind;  // how many items stand before those found from here on
+    int ringsBefore;
+    int position = 0;
+  };
+  struct Found {
+    ZefBaseUnknown_var activity;  // kept, so that no other one has its address
+    int first;
+    int last;
+  };
+
+  void Enter(const ZefISPPActivity_var& activity) {
+    const ZefBaseUnknown_var identity = activity;
+    const auto known = found_.find(identity.Get());
+    if (known != found_.end()) return Repeat(known->second);
+    if (!guard_.Enter(activity)) {
+      ++rings_;
+      return;
+    }
+    path_.push_back({identity, PreviousActivities(activity), items_.Size(), rings_});
+  }
+
+  void Repeat(const Found& found) {
+    for (int i = found.first; i <= found.last; ++i) {
+      const ZefBaseUnknown_var item = items_[i];
+      items_.Append(item);
+    }
+  }
+
+  void Leave() {
+    const Step& step = path_.back();
+    if (step.ringsBefore == rings_) {
+      found_.emplace(step.activity.Get(), Found{step.activity, step.behind + 1, items_.Size()});
+    }
+    guard_.Leave();
+    path_.pop_back();
+  }
+
+  TuvEUpdateManufAssly& update_;
+  ZefListValZefBaseUnknown_var& items_;
+  std::vector<Step> path_;
+  PathGuard guard_;
+  std::unordered_map<const ZefBaseUnknown*, Found> found_;
+  int rings_ = 0;
+};
+
 }  // namespace
 
 void TuvEUpdateManufAssly::GetFirstAssignedItems(ZefISPPActivity_var& iActivity,
@@ -42,14 +115,7 @@ void TuvEUpdateManufAssly::GetFirstAssignedItems(ZefISPPActivity_var& iActivity,
 
 void TuvEUpdateManufAssly::CollectFirstAssignPartsFromPreviousActs(
     ZefISPPActivity_var& iActivity, ZefListValZefBaseUnknown_var& ioItems) {
-  if (!iActivity) return;
-  const auto previous = [](const ZefISPPActivity_var& activity) {
-    return std::make_unique<ZefListValZefBaseUnknown_var>(PreviousActivities(activity));
-  };
-  WalkDepthFirst(iActivity, previous, [&](ZefISPPActivity_var activity, const auto&, int) {
-    GetFirstAssignedItems(activity, ioItems);
-    return Onward::Below;
-  });
+  if (iActivity) Upstream(*this, ioItems).Run(iActivity);
 }
 
 void TuvEUpdateManufAssly::GetRelatedActivities(TuvIMfgAssembly_var& iAssembly,

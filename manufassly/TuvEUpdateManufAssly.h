@@ -75,8 +75,8 @@ class TUV_EXPORT TuvEUpdateManufAssly : public TuvIUpdateManufAssly {
 
   // Relations; each appends to the caller's list.
   void GetFirstAssignedItems(ZefISPPActivity_var& iActivity, ZefListValZefBaseUnknown_var& ioItems);
-  // Of every activity upstream, once for each path that leads to it: the cost doubles with each
-  // branch that joins again.
+  // Of every activity upstream, once for each path that leads to it: the list doubles with each
+  // branch that joins again behind something first assigned.
   void CollectFirstAssignPartsFromPreviousActs(ZefISPPActivity_var& iActivity,
                                                ZefListValZefBaseUnknown_var& ioItems);
   // The activities that have the assembly as first assigned, each once.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 #include "host/component/Handle.h"
@@ -70,6 +72,22 @@ class SparseGuard {
   static constexpr std::size_t kStride = 8;
   PathGuard guard_;
   std::size_t depth_ = 0;
+};
+
+// Enters each object once in the whole walk, for those that look for something or collect a set:
+// what shares its parts is then no longer walked along every path. It holds the objects.
+class OnceGuard {
+ public:
+  bool Enter(const ZefBaseUnknown* iObject) { return entered_.emplace(IdentityOf(iObject)).second; }
+  void Leave() const {}
+
+ private:
+  struct Hash {
+    std::size_t operator()(const ZefBaseUnknown_var& object) const {
+      return std::hash<const ZefBaseUnknown*>()(object.Get());
+    }
+  };
+  std::unordered_set<ZefBaseUnknown_var, Hash> entered_;
 };
 
 // For walks that end in another way.

@@ -2,6 +2,7 @@
 #include <utility>
 #include <vector>
 
+#include "frame/Trace.h"
 #include "host/component/ZefMetaClass.h"
 #include "host/document/ZefILinkableObject.h"
 #include "host/fastening/TuvIBIWFeatureContainer.h"
@@ -9,6 +10,7 @@
 #include "host/processdb/ProcessDb.h"
 #include "host/values/Each.h"
 #include "services/ActivityTree.h"
+#include "services/LoadedOnce.h"
 #include "services/TuvBIWServices.h"
 #include "services/UnknownList.h"
 
@@ -173,7 +175,8 @@ void TuvBIWServices::ValidateListOfFastenersForAssignmentToActivity(
   if (!constrained) return;
   ZefListValZefBaseUnknown_var loaded;
   ZefListValZefBaseUnknown_var* parts = &loaded;
-  GetLoadedParts(iActivity, parts);
+  // Only what is in the list matters, unless somebody reads the lines, which tell of every path.
+  (TuvKelBIWUtilsTrace.IsHeard() ? GetLoadedParts : AppendLoadedOnce)(iActivity, parts);
   if (loaded.Size() == 0) ioFasteners.RemoveAll();
   RemoveInvalid(loaded, ioFasteners);
 }

@@ -1,6 +1,4 @@
 #include <memory>
-#include <utility>
-#include <vector>
 
 #include "frame/Trace.h"
 #include "host/process/ZefISPPFlowMgt.h"
@@ -11,6 +9,7 @@
 #include "services/ActivityTree.h"
 #include "services/DepthFirst.h"
 #include "services/TuvBIWServices.h"
+#include "services/WalkBack.h"
 
 namespace {
 
@@ -38,61 +37,6 @@ void AppendPartsOf(const ZefISPPActivity_var& activity, ZefListValZefBaseUnknown
   TuvBIWServices::GetProductOutputsFromActivity(activity, ioParts);
 }
 
-// Walks back along the flow, every path of it, depth first and without recursion. What has no
-// previous activity goes on with its parent. An activity on the current path is not entered again.
-class WalkBack {
- public:
-  explicit WalkBack(ZefListValZefBaseUnknown_var*& ioParts) : parts_(ioParts) {}
-
-  void Run(const ZefISPPActivity_var& activity) {
-    Enter(activity);
-    while (!path_.empty()) {
-      if (!VisitNextPrevious()) Leave();
-    }
-  }
-
- private:
-  struct Step {
-    ZefISPPActivity_var activity;
-    ZefListValZefBaseUnknown_var previous;
-    int position = 0;
-  };
-
-  void Enter(const ZefISPPActivity_var& activity) {
-    if (!activity || !guard_.Enter(activity)) return;
-    path_.push_back({activity, PreviousActivities(activity)});
-  }
-
-  void Leave() {
-    guard_.Leave();
-    path_.pop_back();
-  }
-
-  // An activity at the start of a flow has what reaches its parent.
-  void ClimbToParent(const Step& step) { Enter(ParentOf(*step.activity)); }
-
-  // False when the activity on top has no more.
-  bool VisitNextPrevious() {
-    Step& step = path_.back();
-    const bool isFirstVisit = ++step.position == 1;
-    if (isFirstVisit && step.previous.Size() == 0) {
-      ClimbToParent(step);
-      return true;
-    }
-    if (step.position > step.previous.Size()) return false;
-    const ZefISPPActivity_var previous = step.previous[step.position];
-    if (!previous) return true;
-    AppendPartsOf(previous, parts_);
-    TuvBIWServices::GetPartsFromChildrenActs(previous, parts_);
-    Enter(previous);
-    return true;
-  }
-
-  ZefListValZefBaseUnknown_var*& parts_;
-  std::vector<Step> path_;
-  PathGuard guard_;
-};
-
 }  // namespace
 
 unsigned char GetSiblingPartsFromProduct(ZefIProduct_var iRoot, ZefIProduct_var iProduct,
@@ -105,7 +49,7 @@ unsigned char GetSiblingPartsFromProduct(ZefIProduct_var iRoot, ZefIProduct_var 
     if (ioParts) AppendOthers(children, position, *ioParts);
     return Onward::Stop;
   };
-  return WalkDepthFirst(iRoot, ChildProducts, meet) ? 0 : 1;
+  return WalkDepthFirst<OnceGuard>(iRoot, ChildProducts, meet) ? 0 : 1;
 }
 
 int TuvBIWServices::GetLoadedParts(const ZefISPPActivity_var& iActivity,
@@ -172,7 +116,11 @@ void TuvBIWServices::GetSiblingParts(ZefIProduct_var iProduct,
 
 void TuvBIWServices::GetPartsFromPreviousActs(const ZefISPPActivity_var& iActivity,
                                               ZefListValZefBaseUnknown_var*& ioParts) {
-  if (iActivity && ioParts) WalkBack(ioParts).Run(iActivity);
+  if (!iActivity || !ioParts) return;
+  WalkBack<PathGuard>().Run(iActivity, [&](const ZefISPPActivity_var& previous) {
+    AppendPartsOf(previous, ioParts);
+    GetPartsFromChildrenActs(previous, ioParts);
+  });
 }
 
 void TuvBIWServices::GetPartsFromChildrenActs(const ZefISPPActivity_var& iActivity,

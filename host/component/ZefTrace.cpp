@@ -56,6 +56,13 @@ void ZefTrace::TraPutLN(const char* iLine) {
   if (traces.on.contains(channel->second.name)) Write(channel->second, iLine);
 }
 
+bool ZefTrace::IsHeard() const {
+  const Traces& traces = TheTraces();
+  if (!traces.listening) return false;
+  const auto channel = traces.live.find(this);
+  return channel != traces.live.end() && (traces.tap || traces.on.contains(channel->second.name));
+}
+
 void SwitchTrace(const char* iName, bool iOn) {
   if (iOn) {
     TheTraces().on.insert(iName);

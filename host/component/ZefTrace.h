@@ -15,6 +15,8 @@ class ZefTrace {
   // Writes one line, the text unchanged. Ignored once the trace was destroyed: objects may outlive
   // the library whose trace they write on.
   void TraPutLN(const char* iLine);
+  // Whether a line would be written or tapped now.
+  bool IsHeard() const;
 };
 
 // Receives each line with the name of its trace, whether the trace is on or not.

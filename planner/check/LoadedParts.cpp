@@ -202,10 +202,7 @@ class Answers {
 
   const Objects& ListedAt(Activity& activity) {
     const auto [entry, isNew] = listed_.try_emplace(&activity);
-    Objects* list = &entry->second;
-    if (isNew) {
-      TuvBIWServices::GetLoadedParts(activity.Identity(), list);
-    }
+    if (isNew) entry->second = LoadedAt(activity);
     return entry->second;
   }
 

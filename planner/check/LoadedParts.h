@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "embedded/model/Document.h"
+#include "host/values/ZefListValZefBaseUnknown_var.h"
 
 namespace biwplan {
 
@@ -12,9 +13,12 @@ struct LoadedQuestion {
   ZefBaseUnknown* part;
 };
 
+// What TuvBIWServices::GetLoadedParts lists for the activity, each part once, in the order in which
+// it comes first. Each activity is walked once, not along every path.
+ZefListValZefBaseUnknown_var LoadedAt(embedded::Activity& iActivity);
+
 // Whether each part is loaded at its activity, in the order of the questions: the membership in
-// what TuvBIWServices::GetLoadedParts lists. That service walks every path of the flow for one
-// activity; many questions are answered together, by handing 64 parts at a time along the whole
+// LoadedAt. Many questions are answered together, by handing 64 parts at a time along the whole
 // flow.
 std::vector<bool> AreLoaded(embedded::Document& iDocument,
                             const std::vector<LoadedQuestion>& iQuestions);

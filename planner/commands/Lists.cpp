@@ -68,8 +68,8 @@ class WeldTable : public Command {
     if (part_.empty()) return;
     embedded::Product& part = session.Find().PartOf(part_);
     parts_.Append(part.Identity());
-    const std::unique_ptr<ZefListValZefBaseUnknown_var> below(part.GetAllChildren("ZefIProduct"));
-    if (below) parts_.Append(*below);
+    ZefListValZefBaseUnknown_var* list = &parts_;
+    TuvBIWServices::GetAllChildParts(part.Identity(), list);
   }
 
   bool IsWanted(const ZefBaseUnknown_var& weld) const {
@@ -101,12 +101,16 @@ class WeldTable : public Command {
 class PartTable : public Command {
  public:
   Answer Run(Session& ioSession) override {
-    ioSession.Document();
-    Received<ZefListValZefBaseUnknown_var> parts;
-    TuvBIWServices::GetAllProducts(parts.Out());
+    // What several assemblies share is one part; the list of all products has it for each of them.
+    ZefListValZefBaseUnknown_var parts;
+    ZefListValZefBaseUnknown_var* list = &parts;
+    const auto& roots = ioSession.Document().ProductRoots();
+    ZefIProduct_var reference;
+    if (!roots.empty()) roots.front()->GetReferenceProduct(reference);
+    if (reference) TuvBIWServices::GetAllChildParts(reference, list);
     Answer answer;
     Json& rows = answer.data["parts"] = Json::array();
-    for (const auto& part : Each<ZefBaseUnknown>(parts.Get())) {
+    for (const auto& part : Each<ZefBaseUnknown>(parts)) {
       const auto* const product = embedded::ObjectAs<embedded::Product>(part);
       if (product) rows.push_back(DescribePart(*product));
     }

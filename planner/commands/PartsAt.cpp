@@ -1,4 +1,5 @@
 #include "planner/Session.h"
+#include "planner/check/LoadedParts.h"
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
@@ -12,13 +13,6 @@ namespace {
 
 using Objects = ZefListValZefBaseUnknown_var;
 using Services = TuvBIWServices;
-
-Objects LoadedAt(const ZefISPPActivity_var& activity) {
-  Objects parts;
-  Objects* list = &parts;
-  Services::GetLoadedParts(activity, list);
-  return parts;
-}
 
 // Prints parts, one in a line.
 class PartNames : public Command {
@@ -46,14 +40,15 @@ class LoadedParts : public PartNames {
  public:
   void Declare(Syntax& ioSyntax) override {
     ioSyntax.Required(NameKind::Activity, "ACTIVITY", name_, "Where the parts are.");
-    ioSyntax.Note("Brought by earlier activities, its own, and those of its operations.");
+    ioSyntax.Note(
+        "Each once: brought by earlier activities, its own, and those of its operations.");
   }
 
  private:
   std::string Find(Session& session, Objects& parts) override {
-    const ZefISPPActivity_var activity = session.Find().ActivityOf(name_).Identity();
+    embedded::Activity& activity = session.Find().ActivityOf(name_);
     parts = LoadedAt(activity);
-    return NameOf(activity);
+    return activity.Key();
   }
 };
 
@@ -109,10 +104,10 @@ class SiblingParts : public PartNames {
 class AtActivity : public Command {
  public:
   Answer Run(Session& ioSession) override {
-    const ZefISPPActivity_var activity = ioSession.Find().ActivityOf(activity_).Identity();
+    embedded::Activity& activity = ioSession.Find().ActivityOf(activity_);
     Objects loaded = LoadedAt(activity);
     const bool isYes = IsYes(ioSession, loaded);
-    return {{{"asked", asked_}, {"activity", NameOf(activity)}, {"answer", isYes}}, !isYes};
+    return {{{"asked", asked_}, {"activity", activity.Key()}, {"answer", isYes}}, !isYes};
   }
 
   std::string InWords(const Json& iData) const override {

@@ -1,5 +1,6 @@
 #include "host/values/Each.h"
 #include "planner/Session.h"
+#include "planner/check/LoadedParts.h"
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
@@ -19,11 +20,9 @@ constexpr char kWeldsHelp[] = "Names, patterns or FIRST..LAST; by default what i
 // Which of the welds an activity may get, and why not the others.
 class Judgement {
  public:
-  Judgement(const ZefISPPActivity_var& activity, const Objects& welds)
-      : activity_(activity), loadable_(welds) {
+  Judgement(embedded::Activity& activity, const Objects& welds)
+      : activity_(activity.Identity()), loadable_(welds), loaded_(LoadedAt(activity)) {
     Services::ValidateListOfFastenersForAssignmentToActivity(loadable_, activity_);
-    Objects* list = &loaded_;
-    Services::GetLoadedParts(activity_, list);
   }
 
   // Empty for a weld that may be assigned.
@@ -70,10 +69,11 @@ class Validate : public Command {
 
   bool MayChange() const override { return isApplied_; }
   Answer Run(Session& ioSession) override {
-    const ZefISPPActivity_var activity = ioSession.Find().ActivityOf(name_).Identity();
+    embedded::Activity& place = ioSession.Find().ActivityOf(name_);
+    const ZefISPPActivity_var activity = place.Identity();
     const Objects candidates =
         words_.empty() ? Unassigned(ioSession) : ioSession.Find().Welds(words_);
-    Judgement judgement(activity, candidates);
+    Judgement judgement(place, candidates);
     Objects valid;
     Json refused = Json::array();
     for (const auto& weld : Each<ZefBaseUnknown>(candidates)) {

@@ -1,3 +1,6 @@
+#include <random>
+#include <set>
+
 #include "tests/manufassly/Line.h"
 
 namespace {
@@ -6,6 +9,18 @@ using tests::ListOf;
 using tests::Names;
 using tests::Strings;
 using Task = tests::Plant::Task;
+
+// Each activity on the way adds the part named after it.
+void WalkEveryPath(const embedded::Activity& activity, std::set<const embedded::Activity*> path,
+                   Strings& oItems) {
+  if (!path.insert(&activity).second) return;
+  std::set<const embedded::Activity*> met;
+  for (const embedded::Activity* const previous : activity.Previous()) {
+    if (!met.insert(previous).second) continue;
+    for (const char c : previous->Key()) oItems.push_back(std::string("P") + c);
+    WalkEveryPath(*previous, path, oItems);
+  }
+}
 
 class RelationsTest : public tests::LineFixture {
  protected:
@@ -88,6 +103,23 @@ TEST_F(RelationsTest, ItemsFromUpstreamComeOncePerPathAndRingsEnd) {
   EXPECT_EQ(Upstream("A"), Strings{});
   line.plant.Document()->AddFlow(line.At("D"), line.At("A"), true);
   EXPECT_EQ(Upstream("A"), (Strings{"PB", "PA", "PC", "PA"}));
+}
+
+TEST_F(RelationsTest, PathsThatShareActivitiesAddWhatEachOfThemWouldAlone) {
+  const Strings keys{"A", "B", "C", "D", "E", "F"};
+  for (const char* const key : {"D", "E", "F"}) line.plant.Station(key);
+  for (const std::string& key : keys) {
+    line.At(key).Link(line.Item("P" + key), 2);
+  }
+  std::mt19937 random{7};
+  for (int flow = 0; flow < 14; ++flow) {
+    line.plant.Document()->AddFlow(line.At(keys[random() % 6]), line.At(keys[random() % 6]), true);
+    for (const std::string& key : keys) {
+      Strings expected;
+      WalkEveryPath(line.At(key), {}, expected);
+      EXPECT_EQ(Upstream(key), expected) << key << " after flow " << flow;
+    }
+  }
 }
 
 TEST_F(RelationsTest, RelatedAreTheActivitiesThatHaveTheAssemblyFirstAssigned) {

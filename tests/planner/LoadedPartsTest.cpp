@@ -1,3 +1,4 @@
+#include <optional>
 #include <random>
 
 #include "planner/check/LoadedParts.h"
@@ -28,6 +29,7 @@ class LoadedPartsTest : public tests::PlantTest {
       auto& part = plant.Part("P" + std::to_string(i), random() % 2 ? above : nullptr);
       items.push_back(part.Identity());
       above = &part;
+      joints.Append(plant.Weld("SW" + std::to_string(i), {}, {&part}).Identity());
     }
     for (int i = 0; i < 3; ++i) {
       auto& assembly = plant.Document()->AddAssembly("MA" + std::to_string(i));
@@ -55,6 +57,24 @@ class LoadedPartsTest : public tests::PlantTest {
     }
   }
 
+  void TearDown() override {
+    joints.RemoveAll();
+    PlantTest::TearDown();
+  }
+
+  // The welds that the part-load constraint leaves, each of which joins one of the objects. While
+  // nobody reads the trace, the service does not walk every path.
+  tests::Strings Accepted(Activity& activity, bool isTraced) {
+    application.SetPartLoadConstraint(true);
+    ZefListValZefBaseUnknown_var welds = joints;
+    std::optional<tests::TraceRecorder> reader;
+    TapTraces({});
+    if (isTraced) reader.emplace("TuvKelBIWUtilsTrace");
+    TuvBIWServices::ValidateListOfFastenersForAssignmentToActivity(welds, activity.Identity());
+    return tests::Names(welds);
+  }
+
+  ZefListValZefBaseUnknown_var joints;
   std::vector<Activity*> activities;
   std::vector<LoadedQuestion> questions;
 };
@@ -72,6 +92,16 @@ TEST_P(RandomPlants, LoadWhatTheServiceLists) {
     TuvBIWServices::GetLoadedParts(questions[i].activity->Identity(), list);
     EXPECT_EQ(answers[i], loaded.Locate(questions[i].part) != 0)
         << questions[i].activity->Key() << ", " << tests::Names(loaded).size() << " listed, " << i;
+  }
+  for (Activity* const activity : activities) {
+    ZefListValZefBaseUnknown_var loaded, once;
+    auto* list = &loaded;
+    TuvBIWServices::GetLoadedParts(activity->Identity(), list);
+    for (int i = 1; i <= loaded.Size(); ++i) {
+      if (once.Locate(loaded[i]) == 0) once.Append(loaded[i]);
+    }
+    EXPECT_EQ(tests::Names(biwplan::LoadedAt(*activity)), tests::Names(once)) << activity->Key();
+    EXPECT_EQ(Accepted(*activity, true), Accepted(*activity, false)) << activity->Key();
   }
 }
 
@@ -94,6 +124,25 @@ TEST_F(LoadedPartsTest, AnswersManyPartsOnALongLineEachAsItsOwn) {
   for (std::size_t i = 0; i < answers.size(); ++i) {
     EXPECT_EQ(answers[i], i % kStations <= i / kStations * 7);
   }
+}
+
+// 2^40 paths lead to the last station.
+TEST_F(LoadedPartsTest, ParallelBranchesThatJoinAgainCostNoMoreThanTheirStations) {
+  Activity* last = &plant.Station("ST0");
+  plant.Assign(*last, plant.Part("P1"));
+  joints.Append(plant.Weld("SW1", {}, {plant.Document()->FindProduct("P1")}).Identity());
+  for (int i = 0; i < 40; ++i) {
+    Activity& left = plant.Station("L" + std::to_string(i));
+    Activity& right = plant.Station("R" + std::to_string(i));
+    Activity& next = plant.Station("J" + std::to_string(i));
+    for (Activity* const branch : {&left, &right}) {
+      plant.Flow(*last, *branch);
+      plant.Flow(*branch, next);
+    }
+    last = &next;
+  }
+  EXPECT_EQ(tests::Names(biwplan::LoadedAt(*last)), tests::Strings{"P1"});
+  EXPECT_EQ(Accepted(*last, false), tests::Strings{"SW1"});
 }
 
 }  // namespace
