@@ -3,7 +3,6 @@
 #include <system_error>
 
 #include "embedded/Error.h"
-#include "embedded/storage/DocumentFile.h"
 #include "embedded/storage/FileReplacement.h"
 #include "embedded/storage/JsonTree.h"
 
@@ -13,26 +12,6 @@ namespace fs = std::filesystem;
 
 using embedded::FileLock;
 using embedded::InputError;
-
-namespace {
-
-// Releases what was locked for it alone.
-class Alone {
- public:
-  Alone(PlanFile& file, bool isAlready) : file_(isAlready ? nullptr : &file) {
-    if (file_) file_->Lock();
-  }
-  ~Alone() {
-    if (file_) file_->Release();
-  }
-  Alone(const Alone&) = delete;
-  Alone& operator=(const Alone&) = delete;
-
- private:
-  PlanFile* file_;
-};
-
-}  // namespace
 
 bool PlanFile::Exists() const {
   std::error_code error;
@@ -45,7 +24,7 @@ bool PlanFile::IsAt(const fs::path& iPath) const {
 }
 
 void PlanFile::Lock() {
-  if (lock_.Now() == FileLock::State::Held) return;
+  if (IsLocked()) return;
   const FileLock::State state = lock_.Take(embedded::FollowLinks(path_), wait_);
   if (state == FileLock::State::Busy) {
     throw InputError(path_.string() + ": the plan is held by " + lock_.Holder() +
@@ -57,14 +36,13 @@ void PlanFile::Lock() {
         ": its file system cannot lock files; changes by others are found only when it is saved");
 }
 
-embedded::Owned<embedded::Document> PlanFile::Read() {
+std::string PlanFile::Read() {
   if (!Exists()) {
     throw InputError("there is no document " + path_.string() + "; 'new' makes it");
   }
-  const std::string text = embedded::ReadWholeFile(path_, embedded::JsonTree::kMaxBytes);
-  auto document = embedded::ReadDocument(text, path_.string());
+  std::string text = embedded::ReadWholeFile(path_, embedded::JsonTree::kMaxBytes);
   known_ = embedded::FingerprintOf(text);
-  return document;
+  return text;
 }
 
 bool PlanFile::IsAnother() const { return embedded::FingerprintOfFile(path_) != known_; }
@@ -80,18 +58,16 @@ void PlanFile::RequireKnown() const {
                    "beside it, 'reload' takes that one, 'save --overwrite' replaces it");
 }
 
-void PlanFile::Write(const embedded::Document& iDocument, bool iOverwrites) {
-  const Alone alone(*this, lock_.Now() == FileLock::State::Held);
-  const std::string text =
-      embedded::WriteDocument(iDocument, embedded::FollowLinks(path_).parent_path());
-  const auto remarks = embedded::ReplaceFile(path_, text,
+void PlanFile::Write(std::string_view iText, bool iOverwrites) {
+  const Alone alone(*this);
+  const auto remarks = embedded::ReplaceFile(path_, iText,
                                              {.approve =
                                                   [&] {
                                                     if (!iOverwrites) RequireKnown();
                                                   },
                                               .onlyIfFree = !iOverwrites && !known_.has_value(),
                                               .lock = &lock_});
-  known_ = embedded::FingerprintOf(text);
+  known_ = embedded::FingerprintOf(iText);
   for (const std::string& remark : remarks) {
     if (tell_) tell_(remark);
   }

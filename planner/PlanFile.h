@@ -5,9 +5,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
-#include "embedded/model/Document.h"
-#include "embedded/model/Owned.h"
 #include "embedded/storage/FileLock.h"
 #include "embedded/storage/Fingerprint.h"
 
@@ -35,8 +34,24 @@ class PlanFile {
   void Lock();
   void Release() { lock_.Release(); }
 
-  // InputError when it is missing or cannot be read.
-  embedded::Owned<embedded::Document> Read();
+  // Is alone while it lives, and afterwards if it was before.
+  class Alone {
+   public:
+    explicit Alone(PlanFile& ioFile) : file_(ioFile.IsLocked() ? nullptr : &ioFile) {
+      if (file_) file_->Lock();
+    }
+    ~Alone() {
+      if (file_) file_->Release();
+    }
+    Alone(const Alone&) = delete;
+    Alone& operator=(const Alone&) = delete;
+
+   private:
+    PlanFile* file_;
+  };
+
+  // The text in it. InputError when it is missing or cannot be read.
+  std::string Read();
   // The file is not what was read or written last, or it is not there any more.
   bool IsAnother() const;
   // What stands there now may be replaced.
@@ -44,12 +59,14 @@ class PlanFile {
   // A file that is not yet there is to be made.
   void ExpectNone() { known_.reset(); }
 
-  // All of the document or nothing. Over changes of others only where that is wanted; else
+  // InputError when another one has changed or made the file meanwhile.
+  void RequireKnown() const;
+  // All of the text or nothing. Over changes of others only where that is wanted; else
   // InputError.
-  void Write(const embedded::Document& iDocument, bool iOverwrites);
+  void Write(std::string_view iText, bool iOverwrites);
 
  private:
-  void RequireKnown() const;
+  bool IsLocked() const { return lock_.Now() == embedded::FileLock::State::Held; }
 
   std::filesystem::path path_;
   std::function<void(const std::string&)> tell_;

@@ -5,6 +5,8 @@
 
 #include "embedded/Error.h"
 #include "embedded/dialog/ConsoleDialogs.h"
+#include "embedded/storage/DocumentFile.h"
+#include "embedded/storage/FileReplacement.h"
 #include "host/component/ZefTrace.h"
 #include "planner/import/RowFault.h"
 #include "planner/report/Printable.h"
@@ -53,32 +55,37 @@ Session::Session(std::filesystem::path iFile, Console& ioConsole)
             }),
       traces_(console_),
       dialogs_(console_),
-      application_(dialogs_) {}
+      application_(dialogs_),
+      history_(file_.Path(), [this](const std::string& sentence) {
+        console_.messages << "biwplan: " << Printable(sentence) << '\n' << std::flush;
+      }) {}
 
 Session::~Session() { DropLabels(); }
 
 embedded::Document& Session::Document() {
   if (!HasDocument()) {
-    application_.Edit(file_.Read());
-    Adopt();
+    if (!file_.Exists()) {
+      throw embedded::InputError("there is no document " + File().string() + "; 'new' makes it");
+    }
+    ReadFile();
+    Restore(history_.Text());
   }
   return *application_.Edited();
 }
 
 void Session::Begin(embedded::Owned<embedded::Document> iDocument, bool iReplaces) {
+  if (!history_.HasBegun()) ReadFile();
   iReplaces ? file_.AcceptAsItIs() : file_.ExpectNone();
   DropLabels();
   application_.Edit(std::move(iDocument));
   Adopt();
-  isChanged_ = true;
+  Changed();
 }
 
 void Session::Reload() {
-  auto document = file_.Read();
-  DropLabels();
-  application_.Edit(std::move(document));
-  Adopt();
-  isChanged_ = false;
+  ReadFile();
+  Restore(history_.Text());
+  isChanged_ = isUnrecorded_ = false;
 }
 
 void Session::PrepareChange() {
@@ -89,8 +96,54 @@ void Session::PrepareChange() {
 }
 
 void Session::Save(bool iOverwrites) {
-  file_.Write(Document(), iOverwrites);
+  Document();
+  Record("save");
+  const PlanFile::Alone alone(file_);
+  if (!iOverwrites) file_.RequireKnown();
+  history_.BeforeSaving();
+  try {
+    file_.Write(history_.Text(), iOverwrites);
+  } catch (...) {
+    history_.SavingFailed();
+    throw;
+  }
+  history_.AfterSaving();
   isChanged_ = false;
+}
+
+void Session::ReadFile() { history_.Begin(file_.Exists() ? file_.Read() : std::string()); }
+
+void Session::Restore(const std::string& text) {
+  embedded::Owned<embedded::Document> document = embedded::ReadDocument(text, File().string());
+  DropLabels();
+  application_.Edit(std::move(document));
+  Adopt();
+}
+
+void Session::Record(const std::string& iCommand) {
+  if (!isUnrecorded_) return;
+  history_.Record(iCommand,
+                  embedded::WriteDocument(Document(), embedded::FollowLinks(File()).parent_path()));
+  isUnrecorded_ = false;
+  isChanged_ = !history_.IsSaved();
+}
+
+void Session::TakeBack() {
+  if (!isUnrecorded_) return;
+  isUnrecorded_ = false;
+  isChanged_ = !history_.IsSaved();
+  Restore(history_.Text());
+}
+
+History& Session::Steps() {
+  if (!history_.HasBegun()) ReadFile();
+  return history_;
+}
+
+void Session::Go(History::Move iMove) {
+  Restore(iMove.text);
+  history_.Take(std::move(iMove));
+  isChanged_ = !history_.IsSaved();
 }
 
 void Session::SwitchUpdate(bool iOn) {

@@ -11,6 +11,7 @@
 #include "manufassly/TuvIUpdateManufAssly.h"
 #include "planner/Console.h"
 #include "planner/PlanFile.h"
+#include "planner/history/History.h"
 #include "planner/names/Names.h"
 #include "planner/report/Progress.h"
 
@@ -35,8 +36,8 @@ class Session {
   Names Find() { return Names(Document()); }
   // True once the document was read or made.
   bool HasDocument() const { return application_.Edited() != nullptr; }
-  // Begins anew with this document, which is not saved yet. It may replace what the file holds now,
-  // or else nothing.
+  // Begins anew with this document, which is not saved yet. It may replace what the file holds
+  // now, or else nothing.
   void Begin(embedded::Owned<embedded::Document> iDocument, bool iReplaces);
   // Takes what the file holds now, in place of all changes.
   void Reload();
@@ -47,10 +48,21 @@ class Session {
   void PrepareChange();
 
   // The document differs from its file.
-  void Changed() { isChanged_ = true; }
+  void Changed() { isChanged_ = isUnrecorded_ = true; }
   bool IsChanged() const { return isChanged_; }
   // InputError when somebody else has changed the file since it was read, unless that may go.
   void Save(bool iOverwrites = false);
+
+  // Steps that are not saved outlast the session.
+  void KeepStepsAtOnce() { history_.KeepAtOnce(); }
+  // Makes what a command has changed a step of the history.
+  void Record(const std::string& iCommand);
+  // Has the document as it was before what is no step yet.
+  void TakeBack();
+  // The steps that led here; it is there although the file may hold no document.
+  History& Steps();
+  // Goes there; nothing has changed when the text there is no document.
+  void Go(History::Move iMove);
 
   // Has the assemblies follow the process from now on, or not; the document keeps the choice.
   void SwitchUpdate(bool iOn);
@@ -77,6 +89,10 @@ class Session {
   // Follows the choices that go with the document.
   void Adopt();
   void Subscribe();
+  // Begins the history with what the file holds.
+  void ReadFile();
+  // Has this text's document.
+  void Restore(const std::string& text);
 
   // Shows a warning as text and remembers it.
   class Dialogs : public embedded::RecordedDialogs {
@@ -110,8 +126,10 @@ class Session {
   // Whether welds are coloured when their activity is removed.
   bool isColouring_ = false;
   list<ZefModelForRep3D> labels_;
+  History history_;
   bool isChanged_ = false;
   bool staysAlone_ = false;
+  bool isUnrecorded_ = false;
   bool isLeaving_ = false;
 };
 

@@ -31,8 +31,14 @@ EXCEPTIONS = {"frame/Registration.cpp"}
 # Library header -> the only folders that may include it.
 SEAMS = {
     r"nlohmann/": ("embedded/storage/", "planner/report/Json.h", "tests/", "bench/"),
-    r"sqlite3\.h": ("embedded/processdb/", "tests/processdb/"),
+    r"sqlite3\.h": (
+        "embedded/processdb/",
+        "planner/history/Database",
+        "tests/history/",
+        "tests/processdb/",
+    ),
     r"xxhash\.h": ("embedded/storage/Fingerprint.cpp",),
+    r"zstd\.h": ("planner/history/Compression",),
     r"CLI/": ("planner/",),
     r"histedit\.h|editline/": ("planner/",),
     r"gtest/|gmock/": ("tests/",),

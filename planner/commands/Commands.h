@@ -6,6 +6,7 @@ class CommandTable;
 
 // Each adds the commands of one subject to the last group of the table.
 void AddDocumentCommands(CommandTable& ioTable);
+void AddHistoryCommands(CommandTable& ioTable);
 void AddNewCommand(CommandTable& ioTable);
 void AddShowCommand(CommandTable& ioTable);
 void AddListCommands(CommandTable& ioTable);

@@ -1,4 +1,6 @@
 #include "embedded/Error.h"
+#include "embedded/storage/DocumentFile.h"
+#include "embedded/storage/FileReplacement.h"
 #include "planner/Session.h"
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
@@ -29,7 +31,9 @@ class Save : public Command {
     if (!isReplaced_ && copy.Exists()) {
       throw embedded::InputError(file_ + " exists already; --replace replaces it");
     }
-    copy.Write(ioSession.Document(), isReplaced_);
+    copy.Write(
+        embedded::WriteDocument(ioSession.Document(), embedded::FollowLinks(file_).parent_path()),
+        isReplaced_);
     return {{{"file", file_}}};
   }
 

@@ -15,6 +15,8 @@ CommandTable MakeTable() {
   CommandTable table;
   table.Begin("Document");
   AddDocumentCommands(table);
+  table.Begin("History");
+  AddHistoryCommands(table);
   table.Begin("Lists");
   AddListCommands(table);
   table.Begin("Assignment");

@@ -36,16 +36,17 @@ Outcome Interpreter::Fail(const std::string& place, const std::string& what) {
   return Outcome::Failed;
 }
 
-Outcome Interpreter::Run(const std::vector<std::string>& iWords, const std::string& iPlace) {
-  if (iWords.empty()) return Outcome::Yes;
+Outcome Interpreter::Run(const std::vector<std::string>& words, const std::string& place,
+                         const std::string& typed) {
+  if (words.empty()) return Outcome::Yes;
   try {
-    return Perform(iWords) ? Outcome::Yes : Outcome::No;
+    return Perform(words, typed) ? Outcome::Yes : Outcome::No;
   } catch (const std::bad_alloc&) {
-    return Fail(iPlace, "the memory does not suffice");
+    return Fail(place, "the memory does not suffice");
   } catch (const RefusedRows& error) {
-    return Fail(iPlace, error.what());
+    return Fail(place, error.what());
   } catch (const std::exception& error) {
-    return Fail(iPlace, Printable(error.what()));
+    return Fail(place, Printable(error.what()));
   }
 }
 
@@ -56,7 +57,7 @@ Outcome Interpreter::RunLine(std::string_view iLine, const std::string& iPlace) 
   } catch (const embedded::InputError& error) {
     return Fail(iPlace, error.what());
   }
-  return Run(words, iPlace);
+  return Run(words, iPlace, std::string(iLine));
 }
 
 void Interpreter::Echo(std::string_view iLine) {
@@ -65,7 +66,22 @@ void Interpreter::Echo(std::string_view iLine) {
   console_.results << (isCommand ? "> " : "") << Printable(iLine) << '\n' << std::flush;
 }
 
-bool Interpreter::Perform(const std::vector<std::string>& words) {
+Answer Interpreter::Carry(Command& command, const std::string& typed) {
+  if (command.MayChange()) session_.PrepareChange();
+  try {
+    [[maybe_unused]] const bool wasChanged = session_.IsChanged();
+    Answer answer = command.Run(session_);
+    assert(command.MayChange() || wasChanged || !session_.IsChanged());
+    session_.Record(typed);
+    if (savesAtOnce_ && session_.IsChanged()) session_.Save();
+    return answer;
+  } catch (...) {
+    session_.TakeBack();
+    throw;
+  }
+}
+
+bool Interpreter::Perform(const std::vector<std::string>& words, const std::string& typed) {
   const CommandEntry& entry = CommandTable::All().Require(words);
   const std::unique_ptr<Command> command = entry.make();
   Syntax syntax(entry.verb, entry.summary);
@@ -76,11 +92,7 @@ bool Interpreter::Perform(const std::vector<std::string>& words) {
     console_.results << syntax.Help() << std::flush;
     return true;
   }
-  [[maybe_unused]] const bool wasChanged = session_.IsChanged();
-  if (command->MayChange()) session_.PrepareChange();
-  const Answer answer = command->Run(session_);
-  assert(command->MayChange() || wasChanged || !session_.IsChanged());
-  if (savesAtOnce_ && session_.IsChanged()) session_.Save();
+  const Answer answer = Carry(*command, typed);
   const std::vector<DialogRequest> warnings = session_.TakeWarnings();
   const bool isJson = console_.isJson || syntax.IsJson();
   console_.results << (isJson ? AsJson(entry.verb, answer.data, warnings)

@@ -6,6 +6,8 @@
 
 #include "planner/Console.h"
 #include "planner/Session.h"
+#include "planner/language/Command.h"
+#include "planner/language/Words.h"
 
 namespace biwplan {
 
@@ -20,14 +22,18 @@ class Interpreter {
   void SaveAtOnce() { savesAtOnce_ = true; }
   // A failure is printed, with the place in front, and leaves the document as it was. Nothing to
   // run counts as Yes.
-  Outcome Run(const std::vector<std::string>& iWords, const std::string& iPlace = {});
+  Outcome Run(const std::vector<std::string>& iWords) { return Run(iWords, {}, InOneLine(iWords)); }
   Outcome RunLine(std::string_view iLine, const std::string& iPlace = {});
   // Shows a line of a script, comments too, where that is wanted and people read the results.
   void Echo(std::string_view iLine);
 
  private:
+  Outcome Run(const std::vector<std::string>& words, const std::string& place,
+              const std::string& typed);
   // False when the answer is no.
-  bool Perform(const std::vector<std::string>& words);
+  bool Perform(const std::vector<std::string>& words, const std::string& typed);
+  // Runs it and has what it changed in the history, or neither.
+  Answer Carry(Command& command, const std::string& typed);
   Outcome Fail(const std::string& place, const std::string& what);
 
   Session& session_;

@@ -17,7 +17,7 @@ namespace {
 constexpr int kMostRemembered = 1000;
 
 // Where the user's programs keep their state; empty when there is no home.
-std::filesystem::path HistoryFile() {
+std::filesystem::path TypedLinesFile() {
   const char* const state = std::getenv("XDG_STATE_HOME");
   const char* const home = std::getenv("HOME");
   if (state && *state) return std::filesystem::path(state) / "biwplan" / "history";
@@ -45,7 +45,7 @@ struct Terminal::Editor {
     HistEvent event;
     ::history(history, &event, H_SETSIZE, kMostRemembered);
     ::history(history, &event, H_SETUNIQUE, 1);
-    const std::string file = HistoryFile().string();
+    const std::string file = TypedLinesFile().string();
     if (!file.empty()) ::history(history, &event, H_LOAD, file.c_str());
     el_set(line, EL_CLIENTDATA, this);
     el_set(line, EL_PROMPT, &Editor::Prompt);
@@ -61,7 +61,7 @@ struct Terminal::Editor {
   }
 
   ~Editor() {
-    const std::filesystem::path file = HistoryFile();
+    const std::filesystem::path file = TypedLinesFile();
     std::error_code error;
     if (!file.empty()) std::filesystem::create_directories(file.parent_path(), error);
     HistEvent event;
@@ -105,7 +105,7 @@ struct Terminal::Editor {
 
   Session& session;
   EditLine* line;
-  History* history;
+  ::History* history;
   std::string prompt;
 };
 

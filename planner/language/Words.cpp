@@ -85,4 +85,10 @@ std::string QuotedWord(const std::string& iWord) {
   return quoted + '"';
 }
 
+std::string InOneLine(const std::vector<std::string>& iWords) {
+  std::string line;
+  for (const std::string& word : iWords) line += (line.empty() ? "" : " ") + QuotedWord(word);
+  return line;
+}
+
 }  // namespace biwplan

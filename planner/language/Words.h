@@ -11,6 +11,9 @@ namespace biwplan {
 // begins with # ends the line. InputError for a quote that is not closed and for what is no text.
 std::vector<std::string> SplitWords(std::string_view iLine);
 
+// A line that is split into these words.
+std::string InOneLine(const std::vector<std::string>& iWords);
+
 // The word as SplitWords reads it back.
 std::string QuotedWord(const std::string& iWord);
 

@@ -76,8 +76,9 @@ TEST_F(ProgramTest, LeavesTheDocumentWholeWhenItCannotBeWritten) {
             2);
   EXPECT_EQ(Bytes("door.json"), saved);
   for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
-    EXPECT_THAT(entry.path().filename().string(),
-                testing::AnyOf("door.json", "parts.csv", "welds.csv", "process.csv"));
+    EXPECT_THAT(
+        entry.path().filename().string(),
+        testing::AnyOf("door.json", "door.history", "parts.csv", "welds.csv", "process.csv"));
   }
 }
 
