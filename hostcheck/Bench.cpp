@@ -107,9 +107,12 @@ std::string Bench::TakeNames(ZefListValZefBaseUnknown_var* iList) const {
 std::string Bench::Members(ZefBaseUnknown* iFeature, const char* iType) {
   ZefIContainer_var container;
   Ask<ZefISpecObject>(iFeature)->GetFeatContainer(container);
-  if (!container) return "null";
+  return container ? MembersOf(container, iType) : "null";
+}
+
+std::string Bench::MembersOf(const ZefIContainer_var& iContainer, const char* iType) {
   _SEQUENCE_ZefBaseUnknown_ptr members;
-  container->ListMembersHere(iType, members);
+  iContainer->ListMembersHere(iType, members);
   std::string names;
   for (int i = 0; i < members.length(); ++i) AddWord(names, NameOf(Adopt(members[i]).Get()));
   return names;

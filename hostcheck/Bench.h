@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/component/Handle.h"
+#include "host/document/ZefIContainer.h"
 #include "host/process/ZefISPPControlFlow.h"
 #include "host/process/ZefSPPActivityNotification.h"
 #include "host/process/ZefSPPActivityNotificationDispatcher.h"
@@ -84,6 +85,7 @@ class Bench {
   std::string TakeNames(ZefListValZefBaseUnknown_var* iList) const;
   // Those of what answers the interface in the container of a feature.
   std::string Members(ZefBaseUnknown* iFeature, const char* iType);
+  std::string MembersOf(const ZefIContainer_var& iContainer, const char* iType);
 
   // Shorthands for gestures and questions of many checks.
   HRESULT Link(ZefBaseUnknown* iActivity, ZefBaseUnknown* iItem, int iSelector);

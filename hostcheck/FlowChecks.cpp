@@ -95,7 +95,7 @@ void Source(Bench& bench) {
 }  // namespace
 
 std::vector<Check> FlowChecks() {
-  constexpr char kFlow[] = "host/process/ZefISPPFlowMgt.h";
+  static constexpr char kFlow[] = "host/process/ZefISPPFlowMgt.h";
   return {
       {{"flow.neighbours", kFlow,
         "A neighbour is listed once, in the order in which flows were drawn."},

@@ -91,10 +91,10 @@ std::string PointingAt(Bench& bench, ZefBaseUnknown* item) {
 
 void Pointing(Bench& bench) {
   bench.Equal(PointingAt(bench, bench.Need(bench.loose, "welds")), "none", "what points at SW-2");
-  for (ZefBaseUnknown* const activity : {bench.op20, bench.op11, bench.op20}) {
+  for (ZefBaseUnknown* const activity : {bench.op20, bench.op20, bench.op11}) {
     bench.Link(activity, bench.loose, 1);
   }
-  bench.Equal(PointingAt(bench, bench.loose), "OP20 OP11 OP20 ",
+  bench.Equal(PointingAt(bench, bench.loose), "OP20 OP20 OP11 ",
               "the activities of the links that point at SW-2, oldest first");
   const auto holder = Adopt(bench.Ask<ZefILinkableObject>(bench.loose)->GetPointingHolder());
   ZefListValZefBaseUnknown_var list;
@@ -137,7 +137,7 @@ void Blocked(Bench& bench) {
 }  // namespace
 
 std::vector<Check> ItemChecks() {
-  constexpr char kItems[] = "host/process/ZefISPPItemMgt.h";
+  static constexpr char kItems[] = "host/process/ZefISPPItemMgt.h";
   return {
       {{"items.plain", kItems, "AddItem links an item plainly and answers it."}, &Plain},
       {{"items.doubled", kItems, "A link that is made twice is kept and listed twice."}, &Doubled},

@@ -189,10 +189,10 @@ void TwoWitnesses(Bench& bench) {
 }  // namespace
 
 std::vector<Check> NotificationChecks() {
-  constexpr char kItems[] = "host/process/ZefISPPItemMgt.h";
-  constexpr char kOutput[] = "host/process/ZefISPPProductIO.h";
-  constexpr char kChange[] = "host/process/ZefSPPActivityNotification.h";
-  constexpr char kCallbacks[] = "host/component/Callbacks.h";
+  static constexpr char kItems[] = "host/process/ZefISPPItemMgt.h";
+  static constexpr char kOutput[] = "host/process/ZefISPPProductIO.h";
+  static constexpr char kChange[] = "host/process/ZefSPPActivityNotification.h";
+  static constexpr char kCallbacks[] = "host/component/Callbacks.h";
   return {
       {{"notifications.dispatcher", "host/process/ZefISPPActivityModificationEvents.h",
         "A process has one dispatcher, the same from every activity."},

@@ -67,9 +67,9 @@ void Assemblies(Bench& bench) {
   bench.Equal(assembly->GetName().ConvertToChar(), "", "the name");
 }
 
-void Fasteners(Bench& bench) {
-  if (const TuvIBIWActivity_var activity = bench.op10) activity->IsValidFastener(nullptr);
+void Database(Bench& bench) {
   const auto database = bench.Ask<ZefIIPDAdapter>(bench.document);
+  bench.hooks.AddProcess("LINE", nullptr, bench.op10);
   Handle<IUnknown> found;
   bench.Expect(Failed(database->GetIPDObject(nullptr, found.Put())) && !found,
                "no object belongs to a null activity");
@@ -97,7 +97,7 @@ std::vector<Check> NullChecks() {
       {{"null.assemblies", "host/fastening/TuvIMfgAssembly.h", "A null child is refused."},
        &Assemblies},
       {{"null.database", "host/processdb/ZefIIPDAdapter.h", "The database knows nothing of null."},
-       &Fasteners},
+       &Database},
   };
 }
 

@@ -94,8 +94,8 @@ void Outputs(Bench& bench) {
 }  // namespace
 
 std::vector<Check> TreeChecks() {
-  constexpr char kChildren[] = "host/process/ZefISPPChildManagement.h";
-  constexpr char kInfo[] = "host/fastening/TuvIBIWItemInfo.h";
+  static constexpr char kChildren[] = "host/process/ZefISPPChildManagement.h";
+  static constexpr char kInfo[] = "host/fastening/TuvIBIWItemInfo.h";
   return {
       {{"tree.children", kChildren, "An activity lists its own children, none further down."},
        &Children},

@@ -105,7 +105,7 @@ void Attached(Bench& bench) {
 }  // namespace
 
 std::vector<Check> VisualisationChecks() {
-  constexpr char kViewer[] = "host/visu/Zef3DViewer.h";
+  static constexpr char kViewer[] = "host/visu/Zef3DViewer.h";
   return {
       {{"visualisation.representation", "host/visu/ZefI3DGeoVisu.h",
         "An object has one representation in the main view, lent out."},

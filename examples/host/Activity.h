@@ -197,6 +197,10 @@ class Activity
     container_ = {};
   }
 
+ protected:
+  Links links_;
+  std::vector<Ref<Output>> outputs_;
+
  private:
   // Parts and assemblies alone unless `all` is set.
   HRESULT AppendInputs(bool all, List& list) const {
@@ -215,8 +219,6 @@ class Activity
   Role role_;
   Activity* parent_ = nullptr;
   std::vector<Activity*> children_;  // the process owns all activities
-  Links links_;
-  std::vector<Ref<Output>> outputs_;
   Ref<LinkContainer> container_;
 };
 

@@ -96,9 +96,11 @@ class Process : public ComponentObject<ZefDocument, ZefInit> {
   ZefBaseUnknown* OutputElsewhere(const Activity& activity,
                                   const ZefBaseUnknown_var& product) const;
 
- private:
+ protected:
   Home home_ = std::make_shared<Process*>(this);
   std::vector<Ref<Activity>> activities_;  // the root comes first
+
+ private:
   std::vector<Ref<ControlFlow>> flows_;
   std::vector<ZefBaseUnknown_var> items_;
   Ref<Part> products_ = Ref<Part>::Make(home_, "Products");
