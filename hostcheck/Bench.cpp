@@ -225,6 +225,9 @@ std::vector<Specimen> Bench::Everything() {
   ZefISPPFlowEnd_var end;
   if (const ZefISPPControlFlow_var drawn = flow) drawn->GetFrom(end);
   add("the flow's end", end);
+  if (const ZefISPPActivityModificationEvents_var events = root) {
+    add("the dispatcher", events->GetDispatcher());
+  }
   return all;
 }
 

@@ -120,6 +120,17 @@ void Sources(Bench& bench) {
   });
 }
 
+void Environments(Bench& bench) {
+  const auto document = bench.Ask<ZefDocument>(bench.document);
+  ZefBaseUnknown* environment = nullptr;
+  document->GetDocEnvironment(environment);
+  const auto first = Adopt(bench.Need(environment, "document environment"));
+  ExpectReferences(bench, "GetDocEnvironment", first, 1, [&] {
+    document->GetDocEnvironment(environment);
+    return environment;
+  });
+}
+
 // What the host drops lives on while the caller's reference does.
 void ExpectKept(Bench& bench, const std::string& what, ZefBaseUnknown* made,
                 const std::function<void()>& drop) {
@@ -302,6 +313,27 @@ void OutHandles(Bench& bench) {
   }
 }
 
+void Gestures(Bench& bench) {
+  bench.Need(bench.output, "product outputs");
+  bench.Need(bench.weld, "welds");
+  const auto counts = [&] {
+    std::string all;
+    for (ZefBaseUnknown* const object :
+         {bench.st20, bench.st30, bench.op20, bench.weld, bench.assembly}) {
+      all += bench.NameOf(object) + " " + std::to_string(CountOf(object)) + " ";
+    }
+    return all;
+  };
+  const std::string before = counts();
+  const long alive = CountLiveObjects();
+  for (const int selector : {1, 2}) bench.Link(bench.op20, bench.weld, selector);
+  bench.Remove(bench.op20, bench.weld, -1);
+  bench.hooks.RemoveFlow(bench.Draw(bench.st20, bench.st30));
+  bench.hooks.RemoveOutput(bench.st20, bench.AddOutput(bench.st20, bench.assembly));
+  bench.Equal(counts(), before, "references after gestures that undo each other");
+  bench.Expect(CountLiveObjects() <= alive + 1, "no object of these gestures stays alive");
+}
+
 // Asks every object for everything and changes something of every kind.
 void Exercise(Bench& bench) {
   for (const auto& [name, object] : bench.Everything()) {
@@ -402,6 +434,11 @@ std::vector<Check> CountingChecks() {
        &AssemblyLists},
       {{"counting.out-handles", kRoot, "What fills a handle leaves no further reference behind."},
        &OutHandles},
+      {{"counting.environments", "host/document/ZefDocument.h",
+        "GetDocEnvironment gives the environment with a reference."},
+       &Environments},
+      {{"counting.gestures", kRoot, "What gestures take they give back when they are undone."},
+       &Gestures},
       {{"counting.end", kRoot, "All objects and subscriptions end with document and application."},
        &Ends},
       {{"counting.outlives", kRoot, "An object lives as long as anyone holds it."}, &Outlives},

@@ -1,6 +1,7 @@
 #include "host/document/Document.h"
 #include "host/fastening/Fastening.h"
 #include "host/process/Process.h"
+#include "host/product/ZefINavigateObject.h"
 #include "hostcheck/Bench.h"
 #include "hostcheck/Check.h"
 
@@ -50,6 +51,10 @@ void ProductRoots(Bench& bench) {
   const ZefListValZefBaseUnknown_var* const roots = container->GetProductRoots();
   bench.Need(bench.frame, "parts");
   bench.Require(roots && roots->Size() > 0 && (*roots)[1], "there is a root of the product list");
+  if (const ZefINavigateObject_var top = (*roots)[1]) {
+    bench.Equal(Sorted(bench.TakeNames(top->GetChildren())), "DOOR FRAME",
+                "the parts below the product list");
+  }
   const unsigned before = CountOf((*roots)[1].Get());
   for (int time = 0; time < 3; ++time) container->GetProductRoots();
   const ZefListValZefBaseUnknown_var* const again = container->GetProductRoots();

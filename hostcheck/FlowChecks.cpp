@@ -72,10 +72,11 @@ void Outputs(Bench& bench) {
 void Source(Bench& bench) {
   bench.Need(bench.output, "product outputs");
   const auto source = [&](ZefBaseUnknown* activity, ZefBaseUnknown* item) {
-    ZefBaseUnknown* found = nullptr;
+    ZefBaseUnknown* found = bench.root;
     const auto asked = ZefISPPItem_var(item);
     bench.Expect(Succeeded(bench.Ask<ZefISPPFlowMgt>(activity)->GetItemSource(found, asked)),
                  "GetItemSource succeeds, also when there is none");
+    bench.Require(found != bench.root, "GetItemSource says null when there is none");
     return bench.NameOf(Adopt(found).Get());
   };
   bench.Equal(source(bench.st20, bench.assembly), "ST10.1", "MA's source at ST20");

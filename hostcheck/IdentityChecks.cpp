@@ -155,6 +155,8 @@ void ActivityClasses(Bench& bench) {
     bench.Ask<ZefISPPActivity>(activity);
     const bool logical = activity == bench.wait;
     const std::string name = bench.NameOf(activity);
+    bench.Expect(static_cast<bool>(ZefISPPAbstractActivity_var(activity)),
+                 name + " answers ZefISPPAbstractActivity, which ZefISPPActivity extends");
     bench.Expect(activity->IsAKindOf("Activity") == 1, name + " is a kind of \"Activity\"");
     bench.Expect((activity->IsAKindOf("PhysicalActivity") == 1) == !logical,
                  name + " is a kind of \"PhysicalActivity\" unless it is logical");

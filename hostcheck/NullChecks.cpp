@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "host/HostApplication.h"
 #include "host/document/Document.h"
 #include "host/fastening/Fastening.h"
 #include "host/process/Process.h"
@@ -26,6 +27,14 @@ void Names(Bench& bench) {
     if (container) container->ListMembersHere(nullptr, members);
     bench.Expect(members.length() == 0, "no members without a name");
   }
+  if (const ZefISPPFlowMgt_var flow = bench.st10) {
+    flow->GetNextActivities(kNoName);
+    flow->GetPreviousActivities(kNoName);
+  }
+  if (const ZefISPPItemMgt_var items = bench.op10) {
+    const std::unique_ptr<ZefListValZefBaseUnknown_var> all(items->GetItems(kNoName, 0));
+  }
+  bench.Expect(!HostApplication::Installed().Environment(nullptr), "no variable without a name");
   if (const ZefIProduct_var product = bench.frame) {
     const std::unique_ptr<ZefListValZefBaseUnknown_var> all(product->GetAllChildren(nullptr));
     bench.Expect(!all || all->Size() == 0, "no children without a name");

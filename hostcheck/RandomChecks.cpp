@@ -140,6 +140,42 @@ void RandomFlows(Bench& bench) {
   }
 }
 
+void RandomOutputs(Bench& bench) {
+  const std::vector<ZefBaseUnknown*> stations{bench.st20, bench.st30};
+  const std::vector<ZefBaseUnknown*> products{bench.Need(bench.assembly, "assemblies"), bench.sub,
+                                              nullptr};
+  std::map<ZefBaseUnknown*, std::vector<std::pair<ZefBaseUnknown_var, std::string>>> outputs;
+  Dice dice(20250717);
+  Witness witness(bench);
+  for (int i = 1; i <= kGestures / 4; ++i) {
+    ZefBaseUnknown* const station = dice.Of(stations);
+    auto& own = outputs[station];
+    std::string wanted;
+    const std::string at = bench.NameOf(station);
+    if (own.empty() || dice.Below(5) < 3) {
+      ZefBaseUnknown* const product = dice.Of(products);
+      ZefBaseUnknown* const made = bench.AddOutput(station, product);
+      bench.Require(made != nullptr, "AddProductOutput hands the output back");
+      own.emplace_back(made, bench.NameOf(product));
+      bench.Call(made, "O" + std::to_string(i));
+      if (product) wanted = "39 " + at + ">output of " + own.back().second;
+    } else {
+      const auto gone = own.begin() + static_cast<std::ptrdiff_t>(dice.Below(own.size()));
+      const std::string change = at + ">output of " + gone->second;
+      wanted = "18 " + change + ", 29 " + change;
+      bench.hooks.RemoveOutput(station, gone->first);
+      own.erase(gone);
+    }
+    std::string names;
+    for (const auto& [output, product] : own) {
+      names += (names.empty() ? "" : " ") + bench.NameOf(output.Get());
+    }
+    const std::string when = " after gesture " + std::to_string(i) + " at " + at;
+    bench.Equal(witness.Take(), wanted, "changes" + when);
+    bench.Equal(bench.Outputs(station), names, "outputs" + when);
+  }
+}
+
 // Children of assemblies as they should be.
 class AssemblyModel {
  public:
@@ -203,6 +239,9 @@ std::vector<Check> RandomChecks() {
       {{"random.flows", "host/process/ZefISPPFlowMgt.h",
         "Random flows give the neighbours and changes that they should."},
        &RandomFlows},
+      {{"random.outputs", "host/process/ZefISPPProductIO.h",
+        "Random outputs are listed and told as they should be."},
+       &RandomOutputs},
       {{"random.assemblies", "host/fastening/TuvIMfgAssembly.h",
         "Random changes of assemblies give the children that they should."},
        &RandomAssemblies},

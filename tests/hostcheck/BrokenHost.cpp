@@ -45,6 +45,11 @@ class BrokenProcess : public Process {
   ZefBaseUnknown_var GetCompoundContainer() override {
     return Ref<BrokenFasteners>::Make(welds)->Identity();
   }
+  HRESULT GetDocEnvironment(ZefBaseUnknown*& oEnvironment) override {
+    oEnvironment = WithReference(environment_->Identity());
+    if (Commits("environments are borrowed")) oEnvironment->Release();
+    return S_OK;
+  }
   void Tell(int kind, ZefBaseUnknown* father, ZefBaseUnknown* son) override {
     const bool output = static_cast<bool>(ZefISPPProductIO_var(son));
     if (mute) return;
@@ -106,6 +111,7 @@ class BrokenProcess : public Process {
 
   std::vector<Raw> raw_;
   Ref<BrokenContainer> container_;
+  Ref<BrokenFasteners> environment_ = Ref<BrokenFasteners>::Make(welds);
 };
 
 class BrokenApplication : public workshop::Application {
@@ -219,6 +225,11 @@ class BrokenHooks : public Hooks {
   }
   ZefBaseUnknown* DrawFlow(ZefBaseUnknown* iFrom, ZefBaseUnknown* iTo) override {
     if (Commits("flows lead back")) std::swap(iFrom, iTo);
+    if (Commits("flows are never given back")) {
+      ZefBaseUnknown* const flow = Hooks::DrawFlow(iFrom, iTo);
+      flow->AddRef();
+      return flow;
+    }
     if (!Commits("flow told before it is listed")) return Hooks::DrawFlow(iFrom, iTo);
     auto& from = Of<workshop::Activity>(iFrom);
     const auto early = Ref<ControlFlow>::Make(from, Of<workshop::Activity>(iTo));

@@ -127,7 +127,9 @@ HRESULT BrokenActivity::GetItemSource(ZefBaseUnknown*& oSource, const ZefISPPIte
       if (output->product == iItem) return Give(oSource, WithReference(output->Identity()));
     }
   }
+  ZefBaseUnknown* const before = oSource;
   const HRESULT result = Activity::GetItemSource(oSource, iItem);
+  if (Commits("no source leaves the pointer") && !oSource) oSource = before;
   if (Commits("sources are borrowed")) GiveBack(oSource);
   return result;
 }

@@ -22,6 +22,9 @@ class BrokenActivity : public workshop::Activity {
   // Which interfaces it answers, by the breach.
   void AnswerAsBroken() {
     if (Commits("every activity is a root")) AnswerInterface(IID_ZefISPPActivityRoot, true);
+    if (Commits("activities hide what they extend")) {
+      AnswerInterface(IID_ZefISPPAbstractActivity, false);
+    }
     if (Commits("operations are stations")) AnswerInterface(IID_TuvIBIWItemInfo, true);
   }
 
