@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "embedded/Error.h"
+#include "embedded/storage/OrdinaryFile.h"
 #include "host/component/ZefTrace.h"
 #include "planner/Resources.h"
 #include "planner/Session.h"
@@ -128,10 +129,9 @@ bool Explain(std::vector<std::string> arguments, const std::string& general, std
 }
 
 bool RunFile(const Demand& demand, Session& session, Interpreter& interpreter) {
+  embedded::RequireOrdinaryFile(demand.script, "name a script, or - for standard input");
   std::ifstream file(demand.script, std::ios::binary);
-  if (!file || std::filesystem::is_directory(demand.script)) {
-    throw embedded::InputError("the script " + demand.script + " cannot be read");
-  }
+  if (!file) throw embedded::InputError("the script " + demand.script + " cannot be read");
   return RunScript(file, demand.script, demand.keepsGoing, session, interpreter);
 }
 

@@ -86,13 +86,16 @@ void TuvBIWServices::GetListPaskObjectIDsTillRoot(IUnknown* iObject, ZefIIPDAdap
                                                   ZefListValZefUnicodeString& oIdentifiers) {
   oIdentifiers.RemoveAll();
   if (!iObject || !iAdapter) return;
-  const auto prepend = [&](IUnknown* object) {
+  // Each put in front of the list would move all others.
+  std::vector<ZefUnicodeString> upwards;
+  const auto note = [&](IUnknown* object) {
     Received<ZefUnicodeString> identifier;
     iAdapter->GetIDString(object, identifier.Out());
-    if (identifier) oIdentifiers.InsertBefore(1, *identifier);
+    if (identifier) upwards.push_back(*identifier);
   };
-  prepend(iObject);
-  ForEachAncestor(iObject, iAdapter, prepend);
+  note(iObject);
+  ForEachAncestor(iObject, iAdapter, note);
+  for (auto each = upwards.rbegin(); each != upwards.rend(); ++each) oIdentifiers.Append(*each);
 }
 
 IUnknown* TuvBIWServices::GetParentErgoCompBaseProcess(IUnknown* iObject,

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "embedded/Error.h"
+#include "embedded/storage/OrdinaryFile.h"
 
 namespace embedded {
 
@@ -50,6 +51,7 @@ int Flags(Connection::Mode mode) {
 }  // namespace
 
 Connection::Connection(const std::filesystem::path& iFile, Mode iMode) : name_(iFile.string()) {
+  RequireOrdinaryJournals(iFile);
   // A full path is never taken for one of the names that stand for a database in memory.
   const std::string path = std::filesystem::absolute(iFile).string();
   const int code = sqlite3_open_v2(path.c_str(), &database_, Flags(iMode), nullptr);

@@ -4,6 +4,8 @@
 #include <sqlite3.h>
 #include <utility>
 
+#include "embedded/Error.h"
+#include "embedded/storage/OrdinaryFile.h"
 #include "planner/history/Damage.h"
 
 namespace biwplan {
@@ -43,6 +45,11 @@ int Flags(Database::Access access) {
 }  // namespace
 
 Database::Database(const std::filesystem::path& iFile, Access iAccess) {
+  try {
+    embedded::RequireOrdinaryJournals(iFile);
+  } catch (const embedded::InputError& error) {
+    throw DatabaseFault("cannot be used: " + std::string(error.what()));
+  }
   // A full path is never taken for one of the names that stand for a database in memory.
   const std::string path = std::filesystem::absolute(iFile).string();
   const int code =

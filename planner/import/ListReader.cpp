@@ -1,10 +1,10 @@
 #include "planner/import/ListReader.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
 #include "embedded/Error.h"
+#include "embedded/storage/OrdinaryFile.h"
 #include "planner/import/Values.h"
 
 namespace biwplan {
@@ -58,10 +58,7 @@ CsvOptions OptionsFor(std::istream& stream, const std::string& source, const std
 }  // namespace
 
 std::ifstream OpenList(const std::string& iPath) {
-  std::error_code error;
-  if (std::filesystem::is_directory(iPath, error)) {
-    throw InputError(iPath + " is a directory; name a CSV file in it");
-  }
+  embedded::RequireOrdinaryFile(iPath, "name a readable CSV file");
   std::ifstream stream(iPath, std::ios::binary);
   if (!stream) throw InputError(iPath + " cannot be opened; name a readable CSV file");
   return stream;
