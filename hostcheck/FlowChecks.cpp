@@ -89,6 +89,11 @@ void Source(Bench& bench) {
   bench.Equal(source(bench.st20, bench.assembly), "ST10.1", "MA's source of two, the older one");
   bench.Equal(source(bench.st20, bench.frame), "null", "the source of a part");
   bench.Equal(source(bench.st20, bench.sub), "null", "the source of what nobody makes");
+  ZefBaseUnknown* const late = bench.AddOutput(bench.st20, nullptr);
+  bench.AddOutput(bench.st30, bench.sub);
+  bench.Ask<ZefISPPProductIO>(late)->SetProduct(bench.Ask<ZefISPPItem>(bench.sub));
+  bench.Equal(source(bench.st10, bench.sub), "ST30.2",
+              "SUB's source of two, the one that got it first");
   bench.hooks.RemoveOutput(bench.st10, bench.output);
   bench.Equal(source(bench.st20, bench.assembly), "ST30.1", "MA's source after the older one went");
 }

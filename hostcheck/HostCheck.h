@@ -85,8 +85,10 @@ enum class Verdict { Pass, Fail, Skip };
 struct Outcome {
   Verdict verdict = Verdict::Fail;
   std::string reason{};  // empty when it passed
+  bool isStuck = false;  // not even set up in time: nor will it be for other checks
 };
 // Runs the check in a process of its own, so that a crash is a failure, and so is taking longer.
+// What the host prints meanwhile goes to the standard error output; it has nothing to read.
 // An identifier that there is not fails.
 Outcome RunCheck(const std::string& iIdentifier, const HooksFactory& iMake,
                  double iSecondsAtMost = 10);

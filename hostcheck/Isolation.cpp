@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <poll.h>
 #include <sstream>
 #include <sys/wait.h>
@@ -63,19 +64,29 @@ std::string HowItEnded(int status) {
   return "the host ended the process with status " + std::to_string(WEXITSTATUS(status));
 }
 
+// Results stand alone on the standard output, and nobody answers a question.
+void Redirect() {
+  ::dup2(STDERR_FILENO, STDOUT_FILENO);
+  const int nothing = ::open("/dev/null", O_RDONLY);
+  if (nothing < 0) return;
+  ::dup2(nothing, STDIN_FILENO);
+  ::close(nothing);
+}
+
 }  // namespace
 
 Apart RunApart(const std::function<void(const Say&)>& iWork, double iSecondsAtMost) {
   std::array<int, 2> ends;
-  if (::pipe(ends.data()) != 0) return {{}, "no pipe could be made"};
+  if (::pipe(ends.data()) != 0) return {{}, "no pipe could be made", true};
   std::fflush(nullptr);
   const pid_t child = ::fork();
   if (child < 0) {
     for (const int end : ends) ::close(end);
-    return {{}, "no process could be made"};
+    return {{}, "no process could be made", true};
   }
   if (child == 0) {
     ::close(ends[0]);
+    Redirect();
     iWork([&](const std::string& line) { WriteLine(ends[1], line); });
     std::fflush(nullptr);
     WriteLine(ends[1], kReturned);
@@ -91,6 +102,7 @@ Apart RunApart(const std::function<void(const Say&)>& iWork, double iSecondsAtMo
   const int status = WaitFor(child);
 
   Apart apart;
+  apart.inTime = inTime;
   std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) apart.lines.push_back(line);
   if (!apart.lines.empty() && apart.lines.back() == kReturned) {

@@ -10,6 +10,7 @@ namespace hostcheck {
 struct Apart {
   std::vector<std::string> lines{};  // what it said
   std::string fault{};               // what ended it; empty when it returned
+  bool inTime = true;
 };
 
 using Say = std::function<void(const std::string& iLine)>;

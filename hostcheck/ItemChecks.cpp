@@ -83,8 +83,8 @@ std::string PointingAt(Bench& bench, ZefBaseUnknown* item) {
   holder->ListPointingObjects(links);
   std::string names;
   for (int i = 1; i <= links.Size(); ++i) {
-    names +=
-        bench.NameOf(Adopt(bench.Ask<ZefISpecObject>(links[i].Get())->GetFather()).Get()) + " ";
+    const ZefISpecObject_var link = links[i];
+    names += (link ? bench.NameOf(Adopt(link->GetFather()).Get()) : "no link") + " ";
   }
   return names;
 }

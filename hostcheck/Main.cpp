@@ -22,6 +22,9 @@ constexpr char kUsage[] =
     "  --time-limit SECONDS   for each check, 10 by default\n"
     "Ends with status 1 when a check failed.\n";
 
+// A host that cannot be set up would take the time of each check.
+constexpr char kNotRun[] = "not run, as the host could not be set up in time";
+
 struct Request {
   bool list = false;
   bool json = false;
@@ -153,7 +156,9 @@ int HostCheckMain(int iCount, const char* const* iArguments, const HooksFactory&
   if (request->help || request->list) return 0;
   std::vector<Result> results;
   for (const CheckInfo& check : request->checks) {
-    results.push_back({check, RunCheck(check.identifier, iMake, request->seconds)});
+    const bool isStuck = !results.empty() && results.back().outcome.isStuck;
+    results.push_back({check, isStuck ? Outcome{Verdict::Fail, kNotRun, true}
+                                      : RunCheck(check.identifier, iMake, request->seconds)});
     if (!request->json) PrintLine(results.back());
   }
   const long failed = Count(results, Verdict::Fail);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string_view>
 
 #include "hostcheck/Bench.h"
@@ -22,11 +23,15 @@ const std::vector<Check>& AllChecks() {
   return all;
 }
 
+// Said once the host is set up.
+constexpr char kReady[] = "ready";
+
 void Perform(const Check& check, const HooksFactory& make, const Say& say) {
   try {
     const std::unique_ptr<HostHooks> hooks = make();
     Bench bench(*hooks, say);
     bench.Open();
+    say(kReady);
     try {
       check.run(bench);
     } catch (const Broken& broken) {
@@ -55,7 +60,11 @@ Outcome Judge(const Apart& apart) {
     if (line.starts_with(kFail)) AddReason(failed, line.substr(kFail.size()));
     if (line.starts_with(kSkip)) AddReason(skipped, line.substr(kSkip.size()));
   }
-  if (!apart.fault.empty()) AddReason(failed, apart.fault);
+  const bool isReady = std::count(apart.lines.begin(), apart.lines.end(), kReady) > 0;
+  if (!apart.fault.empty()) {
+    AddReason(failed, isReady ? apart.fault : "while it was set up, " + apart.fault);
+    failed.isStuck = !isReady && !apart.inTime;
+  }
   if (!failed.reason.empty()) return failed;
   return skipped.reason.empty() ? Outcome{Verdict::Pass} : skipped;
 }

@@ -51,6 +51,9 @@ void Properties(Bench& bench) {
     bench.Expect(ShowAttribute(bench, bench.weld) == show, "SW-1 has the show attribute given");
     bench.Expect(ShowAttribute(bench, bench.loose) == 0, "SW-2 keeps its own");
   }
+  ZefVisPropertiesValues hidden;
+  hidden.SetShowAttr(1);
+  events->Dispatch(*Make<ZefModifyVisProperties>(bench.weld, path, 0, 3, hidden));
   const auto other = Make<ZefNotification>();
   events->Dispatch(*other);
   bench.Expect(ShowAttribute(bench, bench.weld) == 2, "nothing else changes visual properties");

@@ -234,8 +234,11 @@ TEST(HostCheckTest, WhatDoesNotComeBackIsAFinding) {
     return hostcheck::RunCheck(
         "documents.kind", [=] { return MakeBrokenHost(breach); }, seconds);
   };
-  EXPECT_EQ(run("never ends", 0.3).reason, "the host did not come to an end in time");
-  EXPECT_EQ(run("ends the process", 10).reason, "the host ended the process with status 3");
+  const Outcome stuck = run("never ends", 0.3);
+  EXPECT_EQ(stuck.reason, "while it was set up, the host did not come to an end in time");
+  EXPECT_TRUE(stuck.isStuck);
+  EXPECT_EQ(run("ends the process", 10).reason,
+            "while it was set up, the host ended the process with status 3");
   EXPECT_EQ(run("throws at the end", 10).reason, "the host threw: thrown");
   EXPECT_NE(run("kills itself", 10).reason.find("the host crashed ("), std::string::npos);
   EXPECT_EQ(hostcheck::RunCheck("no.check", [] { return MakeBrokenHost(""); }).verdict,
@@ -284,6 +287,13 @@ TEST(HostCheckTest, TheProgramListsChoosesAndTells) {
       "\"a process document is a kind of \\\"ZefProcess\\\"\", \"header\": "
       "\"host/document/ZefDocument.h\", \"promise\": \"A document's class tells its kind.\"}\n"
       "]}\n");
+  EXPECT_EQ(
+      RunProgram({"--time-limit", "0.3", "--only", "tree.kinds", "tree.parents"}, "never ends").out,
+      "fail  tree.kinds  while it was set up, the host did not come to an end in time\n"
+      "      host/process/ZefISPPChildManagement.h: Children are told apart by their kind.\n"
+      "fail  tree.parents  not run, as the host could not be set up in time\n"
+      "      host/process/ZefISPPAbstractActivity.h: An activity tells the one above it; the "
+      "root has none.\n2 checks: 0 passed, 2 failed, 0 skipped\n");
   for (const std::vector<const char*>& wrong :
        {Checks{"--only"}, Checks{"--only", "nobody"}, Checks{"more"}, Checks{"--time-limit", "0"},
         Checks{"--time-limit"}, Checks{"--fast"}, Checks{"--only", "documents."}}) {
