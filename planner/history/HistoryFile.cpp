@@ -105,6 +105,9 @@ void HistoryFile::Prepare() {
 PlanState HistoryFile::State() {
   Statement row(database_, "SELECT pointer, digest, pending, origin, most_steps FROM plan");
   if (!row.Next()) return {};
+  for (const int column : {0, 2, 3, 4}) {
+    if (row.Integer(column) < 0) throw DamagedHistory();
+  }
   return {row.Integer(0), row.Text(1), row.Integer(2), row.Integer(3), row.Integer(4)};
 }
 

@@ -20,21 +20,19 @@ std::string StoryOf(const std::filesystem::path& file) {
   return Story(*ProcessDatabase::Open(file));
 }
 
-// A database that others changed, as the statements say, and then the bytes: three of them are a
-// place and what is another there.
-std::string Changed(const std::filesystem::path& file, const std::string& statements,
-                    const std::string& bytes) {
-  ChangeAsOthers(file, statements);
-  std::string changed = BytesOf(file);
-  for (std::size_t i = 0; i + 2 < bytes.size() && !changed.empty(); i += 3) {
-    const auto number = [&](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
+}  // namespace
+
+std::string ChangedBytes(const std::filesystem::path& iFile, const std::string& iStatements,
+                         const std::string& iBytes) {
+  ChangeAsOthers(iFile, iStatements);
+  std::string changed = BytesOf(iFile);
+  for (std::size_t i = 0; i + 2 < iBytes.size() && !changed.empty(); i += 3) {
+    const auto number = [&](std::size_t at) { return static_cast<unsigned char>(iBytes[at]); };
     char& byte = changed[(number(i) * 256U + number(i + 1)) % changed.size()];
-    byte = static_cast<char>(byte ^ bytes[i + 2]);
+    byte = static_cast<char>(byte ^ iBytes[i + 2]);
   }
   return changed;
 }
-
-}  // namespace
 
 void FuzzDatabaseLists(std::string_view iBytes) {
   const ScratchFolder scratch;
@@ -66,7 +64,7 @@ void FuzzDatabase(std::string_view iBytes) {
   const ScratchFolder scratch;
   auto files = FilesIn(iBytes);
   const auto file = scratch.Write("plant.sqlite", whole);
-  const std::string bytes = Changed(file, files[""], files["bytes"]);
+  const std::string bytes = ChangedBytes(file, files[""], files["bytes"]);
   scratch.Write("plant.sqlite", bytes);
   std::string story;
   const std::string error = ErrorOf([&] { story = StoryOf(file); });

@@ -15,6 +15,7 @@ const std::vector<FuzzTarget> kFuzzTargets = {
     {"mesh", FuzzMesh, 500},
     {"catalog", FuzzCatalog, 500},
     {"commands", FuzzCommands, 100},
+    {"history", FuzzHistory, 50},
     {"gestures", FuzzGestures, 500},
 };
 

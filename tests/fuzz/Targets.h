@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -19,6 +20,7 @@ void FuzzDatabase(std::string_view iBytes);
 void FuzzMesh(std::string_view iBytes);
 void FuzzCatalog(std::string_view iBytes);
 void FuzzCommands(std::string_view iBytes);
+void FuzzHistory(std::string_view iBytes);
 void FuzzGestures(std::string_view iBytes);
 
 struct FuzzTarget {
@@ -51,6 +53,11 @@ class Choices {
 // Several files in one: each begins after a line "%% name". What stands before the first has no
 // name.
 std::map<std::string, std::string, std::less<>> FilesIn(std::string_view iBytes);
+
+// A database that others change as the statements say, and then the bytes: three of them are a
+// place and what is another there. Answers what it then would hold.
+std::string ChangedBytes(const std::filesystem::path& iFile, const std::string& iStatements,
+                         const std::string& iBytes);
 
 // The plan is written, and read and written again, as it was.
 void ExpectStored(const embedded::Document& iDocument);
