@@ -90,18 +90,20 @@ void Outputs(Bench& bench) {
 }
 
 void WithinHandler(Bench& bench) {
-  ZefBaseUnknown_var station = bench.st20;
+  bench.Need(bench.weld, "welds");
+  const ZefBaseUnknown_var station = bench.st20;
   Witness witness(bench);
   witness.see = [&](ZefSPPActivityNotification& change) -> std::string {
-    if (change.GetNotificationKind() == ZefSPPActivityNotification::FlowCreated) {
+    if (change.GetNotificationKind() == ZefSPPActivityNotification::ItemFirstAssigned) {
       bench.hooks.RemoveActivity(bench.st20);
     }
     return "";
   };
-  bench.Draw(bench.st20, bench.st30);
-  bench.Equal(witness.Take(),
-              "30 ST20-ST30, 29 ST20>OP20, 29 ROOT>ST20, 29 ST10-ST20, 29 ST20-ST30",
-              "changes when a handler removed an activity");
+  bench.Link(bench.op20, bench.weld, 2);
+  bench.Equal(witness.Take(), "17 OP20>SW-1, 29 ST20>OP20, 29 ROOT>ST20, 29 ST10-ST20",
+              "changes when a handler removed the activity that it heard of");
+  bench.Equal(bench.Children(bench.root), bench.wait ? "ST10 WAIT ST30" : "ST10 ST30",
+              "the children of the root activity");
 }
 
 }  // namespace
