@@ -16,6 +16,8 @@ struct Check {
 // One function for each source with checks.
 std::vector<Check> IdentityChecks();
 std::vector<Check> CountingChecks();
+std::vector<Check> ReferenceChecks();
+std::vector<Check> OwnedListChecks();
 std::vector<Check> ExtensionChecks();
 std::vector<Check> DocumentChecks();
 std::vector<Check> ItemChecks();

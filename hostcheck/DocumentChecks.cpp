@@ -108,6 +108,9 @@ void OwnContainers(Bench& bench) {
     ZefIContainer_var container;
     bench.Ask<ZefISpecObject>(activity)->GetFeatContainer(container);
     bench.Require(static_cast<bool>(container), "every activity has a container");
+    ZefIContainer_var again;
+    bench.Ask<ZefISpecObject>(activity)->GetFeatContainer(again);
+    bench.Expect(again == container, "the container of an activity is one object");
     _SEQUENCE_ZefBaseUnknown_ptr members;
     container->ListMembersHere("ZefISPPActivitySpecification", members);
     std::string names;

@@ -12,9 +12,10 @@ const std::vector<Check>& AllChecks() {
   static const std::vector<Check> all = [] {
     std::vector<Check> joined;
     for (const auto group :
-         {&IdentityChecks, &CountingChecks, &ExtensionChecks, &DocumentChecks, &ItemChecks,
-          &FlowChecks, &TreeChecks, &ProductChecks, &NotificationChecks, &RemovalChecks,
-          &ApplicationChecks, &DatabaseChecks, &VisualisationChecks, &RandomChecks, &NullChecks}) {
+         {&IdentityChecks, &CountingChecks, &ReferenceChecks, &OwnedListChecks, &ExtensionChecks,
+          &DocumentChecks, &ItemChecks, &FlowChecks, &TreeChecks, &ProductChecks,
+          &NotificationChecks, &RemovalChecks, &ApplicationChecks, &DatabaseChecks,
+          &VisualisationChecks, &RandomChecks, &NullChecks}) {
       const auto checks = group();
       joined.insert(joined.end(), checks.begin(), checks.end());
     }
