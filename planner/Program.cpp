@@ -15,6 +15,7 @@
 #include "planner/language/Script.h"
 #include "planner/language/Shell.h"
 #include "planner/language/Terminal.h"
+#include "planner/report/Json.h"
 #include "planner/report/Printable.h"
 
 namespace biwplan {
@@ -188,11 +189,21 @@ Status Run(const std::vector<std::string>& arguments, const Surroundings& surrou
   if (demand.document == "help") {
     demand.words.insert(demand.words.begin(), "help");
   }
-  RequireSense(demand);
   console.isJson = demand.isJson;
+  RequireSense(demand);
   console.isEchoed = demand.isEchoed;
   if (demand.isTraced) SwitchTrace("TuvKelBIWUtilsTrace", true);
   return RunDemand(demand, surroundings, console);
+}
+
+Status Fail(Console& console, const std::string& what) {
+  if (console.isJson) {
+    const std::string object =
+        Json{{"error", what}}.dump(-1, ' ', false, Json::error_handler_t::replace);
+    console.results << PrintableJson(object) << '\n' << std::flush;
+  }
+  console.messages << "biwplan: " << what << '\n';
+  return kBad;
 }
 
 }  // namespace
@@ -202,11 +213,10 @@ int RunProgram(const std::vector<std::string>& iArguments, const Surroundings& i
   try {
     return Run(iArguments, iSurroundings, ioConsole);
   } catch (const std::bad_alloc&) {
-    ioConsole.messages << "biwplan: the memory does not suffice\n";
+    return Fail(ioConsole, "the memory does not suffice");
   } catch (const std::exception& error) {
-    ioConsole.messages << "biwplan: " << Printable(error.what()) << '\n';
+    return Fail(ioConsole, Printable(error.what()));
   }
-  return kBad;
 }
 
 }  // namespace biwplan

@@ -69,8 +69,18 @@ embedded::Document& Session::Document() {
     }
     ReadFile();
     Restore(history_.Text());
+    if (const auto& lost = application_.Edited()->Lost()) {
+      Warn("The plan is opened without its process database: " + lost->reason);
+    }
   }
   return *application_.Edited();
+}
+
+void Session::RequireNoLostDatabase() {
+  const auto& lost = Document().Lost();
+  if (!lost) return;
+  throw embedded::InputError("this needs the process database, but " + lost->reason +
+                             "; 'external attach FILE' takes another one, 'external detach' none");
 }
 
 void Session::Begin(embedded::Owned<embedded::Document> iDocument, bool iReplaces) {
@@ -203,6 +213,10 @@ int Session::DropLabels() {
 
 Progress Session::Watch(const std::string& iWhat, std::size_t iTotal) const {
   return {console_.isWatched ? &console_.terminal : nullptr, iWhat, iTotal};
+}
+
+void Session::Warn(const std::string& iMessage) {
+  dialogs_.Show({nullptr, "Warning", 0, Printable(iMessage), "WARNING"});
 }
 
 std::vector<DialogRequest> Session::TakeWarnings() {

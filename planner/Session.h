@@ -34,6 +34,9 @@ class Session {
   // InputError when the file is missing or cannot be read.
   embedded::Document& Document();
   Names Find() { return Names(Document()); }
+  // InputError when the document names a process database that cannot be opened, for what would
+  // be answered from it.
+  void RequireNoLostDatabase();
   // True once the document was read or made.
   bool HasDocument() const { return application_.Edited() != nullptr; }
   // Begins anew with this document, which is not saved yet. It may replace what the file holds
@@ -77,6 +80,8 @@ class Session {
   // A bar on the console, if somebody watches.
   Progress Watch(const std::string& iWhat, std::size_t iTotal) const;
 
+  // Shows one of the planner's own warnings, a sentence.
+  void Warn(const std::string& iMessage);
   // The warnings shown since the last call.
   std::vector<DialogRequest> TakeWarnings();
 

@@ -29,9 +29,9 @@ class Environment : public ComponentObject<ZefIAlias> {
 
 template <class Object>
 void RequireNewKey(const KeyIndex<Object>& index, const std::string& key, const char* what) {
-  if (key.empty()) throw InputError(std::string("A ") + what + " needs an identifier.");
+  if (key.empty()) throw InputError("An identifier is missing for " + std::string(what) + ".");
   if (index.Find(key)) {
-    throw InputError("There is already a " + std::string(what) + " \"" + key +
+    throw InputError("There is already " + std::string(what) + " \"" + key +
                      "\"; choose another identifier.");
   }
 }
@@ -130,7 +130,7 @@ ZefBaseUnknown* Document::GetRootContainer(const char* iInterfaceName) {
 
 Activity& Document::AddActivity(Activity& iParent, const ActivityData& iData) {
   RequireOwn(iParent);
-  RequireNewKey(keys_.activities, iData.key, "activity");
+  RequireNewKey(keys_.activities, iData.key, "an activity");
   activities_.push_back(MakeOwned<Activity>(iData, false, membership_));
   Activity& activity = *activities_.back();
   iParent.AddChild(activity);
@@ -212,7 +212,7 @@ void Document::RemoveOutput(Activity& iActivity, ProductOutput& iOutput) {
 }
 
 Product& Document::AddProduct(Product& iParent, const ProductData& iData, Product* iReference) {
-  RequireNewKey(keys_.products, iData.key, "product");
+  RequireNewKey(keys_.products, iData.key, "a product");
   if (iParent.Reference()) {
     throw InputError("Product \"" + iParent.Key() + "\" is an instance; add \"" + iData.key +
                      "\" to its reference \"" + iParent.Reference()->Key() + "\".");
@@ -240,7 +240,7 @@ MfgAssembly& Document::AddAssembly(const std::string& iKey) {
     const std::string free = "MA-" + std::to_string(next);
     if (!keys_.assemblies.Find(free)) key = free;
   }
-  RequireNewKey(keys_.assemblies, key, "manufacturing assembly");
+  RequireNewKey(keys_.assemblies, key, "a manufacturing assembly");
   assemblies_.push_back(MakeOwned<MfgAssembly>(key, membership_));
   keys_.assemblies.Add(assemblies_.back()->Key(), assemblies_.back().Get());
   return *assemblies_.back();
@@ -251,21 +251,21 @@ MfgAssembly* Document::FindAssembly(const std::string& iKey) const {
 }
 
 SpotWeld& Document::AddSpotWeld(const SpotWeldData& iData) {
-  RequireNewKey(keys_.features, iData.key, "fastener");
+  RequireNewKey(keys_.features, iData.key, "a fastener");
   const Owned<SpotWeld> weld = MakeOwned<SpotWeld>(iData, membership_);
   AddFeature(weld->Key(), weld->Identity());
   return *weld;
 }
 
 CurveFastener& Document::AddCurveFastener(const CurveFastenerData& iData) {
-  RequireNewKey(keys_.features, iData.key, "fastener");
+  RequireNewKey(keys_.features, iData.key, "a fastener");
   const Owned<CurveFastener> curve = MakeOwned<CurveFastener>(iData, membership_);
   AddFeature(curve->Key(), curve->Identity());
   return *curve;
 }
 
 PointFeature& Document::AddPointFeature(const PointFeatureData& iData) {
-  RequireNewKey(keys_.features, iData.key, "feature");
+  RequireNewKey(keys_.features, iData.key, "a feature");
   const Owned<PointFeature> point = MakeOwned<PointFeature>(iData, membership_);
   AddFeature(point->Key(), point->Identity());
   return *point;
@@ -292,7 +292,14 @@ ZefBaseUnknown* Document::FindFeature(const std::string& iKey) const {
 
 void Document::AttachDatabase(std::unique_ptr<ProcessDatabase> iDatabase) {
   database_ = std::move(iDatabase);
+  lost_.reset();
   environment_ = MakeOwned<Environment>(database_ != nullptr)->Identity();
+}
+
+void Document::LoseDatabase(LostDatabase iDatabase) {
+  database_.reset();
+  lost_ = std::move(iDatabase);
+  environment_ = MakeOwned<Environment>(true)->Identity();
 }
 
 void Document::RequireOwn(const Activity& iActivity) const {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -93,8 +95,20 @@ class Document : public ComponentObject<ZefDocument, ZefInit, ZefIIPDAdapter, Ze
   };
   Settings settings;
 
+  // A process database that the document names and that cannot be opened.
+  struct LostDatabase {
+    std::filesystem::path file;
+    // One sentence, which names the file.
+    std::string reason;
+  };
+
+  // Null detaches what is attached or lost.
   void AttachDatabase(std::unique_ptr<ProcessDatabase> iDatabase);
   ProcessDatabase* Database() const { return database_.get(); }
+  // The document stays one that a process database manages, although every question to that fails;
+  // it is saved with the same file.
+  void LoseDatabase(LostDatabase iDatabase);
+  const std::optional<LostDatabase>& Lost() const { return lost_; }
 
   ZefBaseUnknown* RootContainerObject() const { return root_->Identity(); }
   ZefBaseUnknown* FeatureContainerObject() const { return featureContainer_->Identity(); }
@@ -129,6 +143,7 @@ class Document : public ComponentObject<ZefDocument, ZefInit, ZefIIPDAdapter, Ze
   std::vector<ZefBaseUnknown_var> features_;
   Keys keys_;
   std::unique_ptr<ProcessDatabase> database_;
+  std::optional<LostDatabase> lost_;
 };
 
 }  // namespace embedded

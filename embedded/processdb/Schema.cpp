@@ -1,10 +1,10 @@
 #include "embedded/processdb/Schema.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
 
+#include "embedded/processdb/SchemaDifference.h"
 #include "embedded/processdb/Sqlite.h"
 #include "embedded/storage/Utf8.h"
 
@@ -87,13 +87,16 @@ void CheckMarks(Connection& connection) {
 // Views and triggers would run statements of whoever made the file: nothing but the tables and the
 // indices of their keys, which have no statement.
 void CheckTables(Connection& connection) {
-  Query query(
-      connection,
-      "SELECT sql FROM sqlite_master WHERE type <> 'index' OR sql IS NOT NULL ORDER BY rowid");
-  const std::vector<std::string> tables = query.Texts();
-  if (!std::equal(tables.begin(), tables.end(), kTables.begin(), kTables.end())) {
-    connection.Fail("does not have the tables of a process database; create it again");
-  }
+  Query query(connection,
+              "SELECT type, name, sql FROM sqlite_master WHERE type <> 'index' OR sql IS NOT NULL "
+              "ORDER BY rowid");
+  std::vector<SchemaEntry> found;
+  while (query.Next()) found.push_back({query.Text(0), query.Text(1), query.Text(2)});
+  const std::string difference = DifferenceFrom(kTables, found);
+  if (difference.empty()) return;
+  connection.Fail(difference +
+                  "; create it again from its lists, or with the tables of the guide to process "
+                  "databases");
 }
 
 void CheckContent(Connection& connection) {

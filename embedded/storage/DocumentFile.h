@@ -14,7 +14,8 @@ namespace embedded {
 // holds survives; the same document gives the same bytes. What fails is an InputError.
 
 // A new document. Nothing else changes, whatever the file holds; the error names the file, the
-// place in it as JSON pointer and what would be right.
+// place in it as JSON pointer and what would be right. A process database that cannot be opened is
+// no error: Document::Lost says why.
 Owned<Document> LoadDocument(const std::filesystem::path& iFile);
 // The same from text. `iName` names it in errors, and its folder is where paths in it begin.
 Owned<Document> ReadDocument(std::string_view iText, const std::string& iName);

@@ -92,7 +92,7 @@ void DocumentWriter::WriteHeader() {
   json_.Key("version");
   json_.Integer(kDocumentVersion);
   Field("kind", WordFor(document_.GetKind(), kDocumentKinds));
-  if (document_.Database()) WriteDatabase();
+  if (document_.Database() || document_.Lost()) WriteDatabase();
   WriteChoices();
 }
 
@@ -110,7 +110,8 @@ void DocumentWriter::WriteChoices() {
 }
 
 void DocumentWriter::WriteDatabase() {
-  const auto& file = document_.Database()->File();
+  const auto& lost = document_.Lost();
+  const auto& file = lost ? lost->file : document_.Database()->File();
   Field("database", std::filesystem::proximate(file, folder_).generic_string());
 }
 

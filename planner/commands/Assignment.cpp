@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "host/values/Each.h"
 #include "planner/Session.h"
 #include "planner/commands/Commands.h"
@@ -34,18 +32,6 @@ Objects Accepted(const Objects& welds, const ZefISPPActivity_var& activity, bool
     if (isValid == isAccepted) found.Append(weld);
   }
   return found;
-}
-
-// A line with the names in the field, at most twenty of them; nothing without names.
-std::string Rest(const Json& data, const char* field, const std::string& title) {
-  constexpr std::size_t kMost = 20;
-  std::vector<std::string> names = data.at(field);
-  if (names.empty()) return {};
-  const std::size_t count = names.size();
-  names.resize(std::min(count, kMost));
-  const std::string more =
-      count > kMost ? " and " + std::to_string(count - kMost) + " more" : std::string();
-  return "  " + title + ": " + Listed(names) + more + "\n";
 }
 
 // What assigning, unassigning and reallocating have in common.
@@ -91,8 +77,8 @@ class Assign : public Change {
   std::string InWords(const Json& iData) const override {
     return Counted(iData.at("assigned").size(), "weld") + " assigned to " +
            Printable(iData.at("activity").get<std::string>()) + "\n" +
-           Rest(iData, "duplicates", "there already") +
-           Rest(iData, "refused", "not of a kind that it takes");
+           ListedLine("there already", iData.at("duplicates")) +
+           ListedLine("not of a kind that it takes", iData.at("refused"));
   }
 
  private:
@@ -126,7 +112,7 @@ class Unassign : public Change {
   std::string InWords(const Json& iData) const override {
     return Counted(iData.at("unassigned").size(), "weld") + " unassigned from " +
            Printable(iData.at("activity").get<std::string>()) + "\n" +
-           Rest(iData, "missing", "not there");
+           ListedLine("not there", iData.at("missing"));
   }
 
  private:
@@ -171,9 +157,9 @@ class Reallocate : public Change {
     const std::string from = Printable(iData.at("from").get<std::string>());
     const std::string to = Printable(iData.at("to").get<std::string>());
     return Counted(iData.at("reallocated").size(), "weld") + " moved from " + from + " to " + to +
-           "\n" + Rest(iData, "missing", "not on " + from) +
-           Rest(iData, "duplicates", "on " + to + " already") +
-           Rest(iData, "refused", "not of a kind that " + to + " takes");
+           "\n" + ListedLine("not on " + from, iData.at("missing")) +
+           ListedLine("on " + to + " already", iData.at("duplicates")) +
+           ListedLine("not of a kind that " + to + " takes", iData.at("refused"));
   }
 
  private:

@@ -13,6 +13,8 @@ void AddListCommands(CommandTable& ioTable);
 void AddAssignmentCommands(CommandTable& ioTable);
 void AddQuestionCommands(CommandTable& ioTable);
 void AddGestureCommands(CommandTable& ioTable);
+void AddRemoveActivityCommand(CommandTable& ioTable);
+void AddLinkCommands(CommandTable& ioTable);
 void AddAssemblyCommands(CommandTable& ioTable);
 void AddNavigationCommands(CommandTable& ioTable);
 void AddPartsAtCommands(CommandTable& ioTable);

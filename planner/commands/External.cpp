@@ -20,6 +20,7 @@ namespace {
 
 embedded::ProcessDatabase& RequireDatabase(Session& session) {
   if (embedded::ProcessDatabase* const database = session.Document().Database()) return *database;
+  session.RequireNoLostDatabase();
   throw embedded::InputError(
       "no external process database is attached; 'external attach FILE' attaches one");
 }
@@ -106,6 +107,30 @@ class ExternalAttach : public Command {
 
  private:
   std::string file_;
+};
+
+class ExternalDetach : public Command {
+ public:
+  void Declare(Syntax& ioSyntax) override {
+    ioSyntax.Note("The file stays as it is. Status 1 when none is attached.");
+  }
+
+  bool MayChange() const override { return true; }
+  Answer Run(Session& ioSession) override {
+    embedded::Document& document = ioSession.Document();
+    const auto& lost = document.Lost();
+    const bool isThere = lost || document.Database();
+    if (!isThere) return {{{"database", ""}}, true};
+    const std::string file = (lost ? lost->file : document.Database()->File()).string();
+    document.AttachDatabase(nullptr);
+    ioSession.Changed();
+    return {{{"database", file}}};
+  }
+
+  std::string InWords(const Json& iData) const override {
+    const std::string file = Printable(iData.at("database").get<std::string>());
+    return file.empty() ? "no database is attached\n" : file + " is detached\n";
+  }
 };
 
 // Asks the database about welds.
@@ -229,6 +254,7 @@ void AddExternalCommands(CommandTable& ioTable) {
   ioTable.Add<ExternalCreate>("external create", "Makes a database from lists and attaches it.");
   ioTable.Add<ExternalFill>("external fill", "Adds lists to the attached database.");
   ioTable.Add<ExternalAttach>("external attach", "Attaches a database to the document.");
+  ioTable.Add<ExternalDetach>("external detach", "Takes the database off the document.");
   ioTable.Add<ExternalAssigned>("external assigned", "Says whether it assigns welds.");
   ioTable.Add<ExternalCount>("external count", "Counts its assignments of welds.");
   ioTable.Add<ExternalText>("external text", "Names its assignments of welds.");

@@ -1,8 +1,8 @@
 #include "embedded/Error.h"
-#include "embedded/model/ControlFlow.h"
 #include "planner/Session.h"
 #include "planner/commands/Commands.h"
 #include "planner/import/RowFault.h"
+#include "planner/import/Values.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
 #include "planner/names/Items.h"
@@ -41,49 +41,6 @@ class Gesture : public Command {
   std::string second_;
 };
 
-class Link : public Gesture {
- public:
-  void Declare(Syntax& ioSyntax) override {
-    ioSyntax.Required(NameKind::Activity, "FROM", first_, "Comes before.");
-    ioSyntax.Required(NameKind::Activity, "TO", second_, "Comes after.");
-  }
-  std::string InWords(const Json& iData) const override {
-    return Text(iData, "to") + " follows " + Text(iData, "from") + "\n";
-  }
-
- private:
-  Json Change(Session& session) override {
-    Activity& from = session.Find().ActivityOf(first_);
-    Activity& to = session.Find().ActivityOf(second_);
-    session.Document().AddFlow(from, to);
-    return {{"from", from.Key()}, {"to", to.Key()}};
-  }
-};
-
-class Unlink : public Gesture {
- public:
-  void Declare(Syntax& ioSyntax) override {
-    ioSyntax.Required(NameKind::Activity, "FROM", first_, "Comes before.");
-    ioSyntax.Required(NameKind::Activity, "TO", second_, "Comes after.");
-  }
-  std::string InWords(const Json& iData) const override {
-    return Text(iData, "to") + " no longer follows " + Text(iData, "from") + "\n";
-  }
-
- private:
-  Json Change(Session& session) override {
-    const Activity& from = session.Find().ActivityOf(first_);
-    const Activity& to = session.Find().ActivityOf(second_);
-    embedded::ControlFlow* const flow = from.FlowTo(to);
-    if (!flow) {
-      throw InputError("no flow leads from " + Quoted(from.Key()) + " to " + Quoted(to.Key()) +
-                       "; 'predecessors' shows what does");
-    }
-    session.Document().RemoveFlow(*flow);
-    return {{"from", from.Key()}, {"to", to.Key()}};
-  }
-};
-
 class AddOutput : public Gesture {
  public:
   void Declare(Syntax& ioSyntax) override {
@@ -104,6 +61,10 @@ class AddOutput : public Gesture {
   }
 
   static embedded::MfgAssembly& Create(Activity& activity) {
+    if (activity.GetLabel().SearchSubString("$") >= 0) {
+      throw InputError("the label of " + Quoted(activity.Key()) +
+                       " has a $, which no assembly's name may have; name the assembly");
+    }
     ZefISPPActivity_var handle = activity.Identity();
     ZefListValZefBaseUnknown_var outputs;
     TuvBIWServices::CreateProductOutput(handle, outputs);
@@ -113,9 +74,7 @@ class AddOutput : public Gesture {
   }
 
   embedded::MfgAssembly& CreateNamed(embedded::Document& document, Activity& activity) const {
-    if (second_.find('$') != std::string::npos) {
-      throw InputError(Quoted(second_) + " cannot be an assembly's name; leave out the $");
-    }
+    CheckTitle("NAME", second_);
     embedded::MfgAssembly& assembly = document.AddAssembly();
     assembly.SetName(second_);
     ZefISPPProductIO_var output;
@@ -232,25 +191,6 @@ class Drag : public Gesture {
   }
 };
 
-class RemoveActivity : public Gesture {
- public:
-  void Declare(Syntax& ioSyntax) override {
-    ioSyntax.Required(NameKind::Activity, "ACTIVITY", first_, "Goes with everything below it.");
-  }
-  std::string InWords(const Json& iData) const override {
-    return Text(iData, "removed") + " removed\n";
-  }
-
- private:
-  Json Change(Session& session) override {
-    Activity& activity = session.Find().ActivityOf(first_);
-    const std::string key = activity.Key();
-    session.Document().RemoveActivity(activity);
-    session.KeepUpdate();
-    return {{"removed", key}};
-  }
-};
-
 class AddActivity : public Gesture {
  public:
   void Declare(Syntax& ioSyntax) override {
@@ -269,6 +209,8 @@ class AddActivity : public Gesture {
  private:
   Json Change(Session& session) override {
     using Data = embedded::ActivityData;
+    CheckName("KEY", first_);
+    CheckTitle(label_.empty() ? "KEY" : "--label", label_.empty() ? first_ : label_);
     Data data{.key = first_, .label = label_};
     data.role = role_ == "station" ? Data::Role::Station : Data::Role::Operation;
     if (data.role == Data::Role::Operation) data.task = Task();
@@ -296,9 +238,8 @@ class AddActivity : public Gesture {
 
 void AddGestureCommands(CommandTable& ioTable) {
   ioTable.Add<AddActivity>("add", "Adds a station or an operation to the process.");
-  ioTable.Add<RemoveActivity>("remove-activity", "Takes an activity out of the process.");
-  ioTable.Add<Link>("link", "Draws a flow from one activity to another.");
-  ioTable.Add<Unlink>("unlink", "Removes a flow.");
+  AddRemoveActivityCommand(ioTable);
+  AddLinkCommands(ioTable);
   ioTable.Add<AddOutput>("output", "Gives an activity an output: a new assembly.");
   ioTable.Add<RemoveOutput>("remove-output", "Takes an output off an activity.");
   ioTable.Add<Drop>("drop", "Gives an activity a part or an assembly to take in.");

@@ -8,6 +8,7 @@
 #include "planner/import/ListReader.h"
 #include "planner/import/PartsList.h"
 #include "planner/import/ProcessList.h"
+#include "planner/import/Values.h"
 #include "planner/import/WeldList.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
@@ -27,6 +28,15 @@ auto ReadList(const Session& session, const std::string& path, const Read& read)
   WatchedFile file(path, progress);
   std::istream stream(&file);
   return read(stream);
+}
+
+// A list of which no row is kept is most likely the wrong one: it makes no plan, and above all it
+// replaces none.
+void RequireWelds(const WeldList& welds) {
+  if (!welds.welds.empty()) return;
+  RefuseFaults(welds.source, welds.rowsRead, welds.dropped);
+  throw embedded::InputError(welds.source +
+                             " has no row below its header; a plan begins with a weld or a point");
 }
 
 Json DescribeDropped(const WeldList& welds) {
@@ -64,9 +74,11 @@ class New : public Command {
     const WeldList welds = ReadList(ioSession, welds_, [&](std::istream& stream) {
       return ReadWeldList(stream, welds_, parts.Index(), {columns_, isStrict_});
     });
+    RequireWelds(welds);
     const ProcessList process = ReadList(ioSession, process_, [&](std::istream& stream) {
       return ReadProcessList(stream, process_, parts);
     });
+    CheckTitle("--name", name_);
     ioSession.Begin(BuildDocument(parts, welds, process, name_), isReplaced_);
     return {Describe(parts, welds, process)};
   }

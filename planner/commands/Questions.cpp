@@ -58,6 +58,7 @@ class IsAssigned : public Question {
 
  private:
   ZefListValZefBaseUnknown_var Subjects(Session& session) override {
+    session.RequireNoLostDatabase();
     assigned_ = WeldsOn(*session.Document().Root(), true);
     return session.Find().Welds(words_);
   }

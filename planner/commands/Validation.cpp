@@ -69,6 +69,7 @@ class Validate : public Command {
 
   bool MayChange() const override { return isApplied_; }
   Answer Run(Session& ioSession) override {
+    ioSession.RequireNoLostDatabase();
     embedded::Activity& place = ioSession.Find().ActivityOf(name_);
     const ZefISPPActivity_var activity = place.Identity();
     const Objects candidates =
@@ -127,6 +128,7 @@ class ValidVersion : public Command {
   }
 
   Answer Run(Session& ioSession) override {
+    ioSession.RequireNoLostDatabase();
     const ZefISPPActivity_var activity = ioSession.Find().ActivityOf(name_).Identity();
     TuvIBIWFastener_var weld = ioSession.Find().WeldOf(weld_);
     const bool isValid = Services::IsValidProcessVersion(activity, weld) != 0;

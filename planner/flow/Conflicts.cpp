@@ -15,21 +15,14 @@ using Kind = AssemblyFinding::Kind;
 
 constexpr std::size_t kMostNames = 3;
 
-// "P1, P2, P3 and 4 more".
-std::string Shortened(std::vector<std::string> names) {
-  const std::size_t rest = names.size() > kMostNames ? names.size() - kMostNames : 0;
-  names.resize(names.size() - rest);
-  return Listed(names) + (rest == 0 ? "" : " and " + std::to_string(rest) + " more");
-}
-
 std::string Shortened(const std::vector<const Activity*>& activities) {
   std::vector<std::string> names;
   for (const Activity* const activity : activities) names.push_back(activity->Key());
-  return Shortened(std::move(names));
+  return ListedBriefly(std::move(names), kMostNames);
 }
 
 FlowConflict ConflictOf(const AssemblyFinding& finding, std::vector<std::string> objects) {
-  const std::string names = Shortened(std::move(objects));
+  const std::string names = ListedBriefly(std::move(objects), kMostNames);
   const std::string& assembly = finding.assembly->Key();
   FlowConflict conflict{finding.station, ""};
   const auto* const activity = embedded::ObjectAs<Activity>(finding.object.Get());

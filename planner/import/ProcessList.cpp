@@ -97,9 +97,9 @@ class ProcessListImport {
   void ReadRow() {
     embedded::ActivityData& data = Append().data;
     reader_.CheckLength();
-    if (!reader_.Text(Label).empty()) {
-      data.label = CheckName(reader_.FieldName(Label), reader_.Text(Label));
-    }
+    const Column title = reader_.Text(Label).empty() ? Id : Label;
+    const std::string_view label = CheckTitle(reader_.FieldName(title), reader_.Text(title));
+    if (title == Label) data.label = label;
     ActivityWords words;
     for (const Column column : {Type, Task, Kind}) {
       words.Read(reader_.FieldName(column), reader_.Text(column));
@@ -179,7 +179,7 @@ class ProcessListImport {
     if (const auto item = items_.Find(field)) return {*item};
     for (const std::string_view name : Split(field, ";|,")) {
       std::optional<std::size_t> item = items_.Find(name);
-      if (!item) item = AddAssembly(CheckName(reader_.FieldName(Outputs), name));
+      if (!item) item = AddAssembly(CheckTitle(reader_.FieldName(Outputs), name));
       outputs.push_back(*item);
       if (outputs.size() <= ProcessList::kMostNamed) continue;
       throw RowError(FaultKind::TooManyNames, "more than " +
@@ -190,11 +190,6 @@ class ProcessListImport {
   }
 
   std::size_t AddAssembly(std::string_view name) {
-    if (name.find('$') != std::string_view::npos) {
-      throw RowError(FaultKind::BadText, "the output " + Quoted(name) +
-                                             " has a $ in its name, which separates names in "
-                                             "messages; leave it out");
-    }
     const std::size_t item = partCount_ + list_.assemblies.size();
     list_.assemblies.emplace_back(name);
     items_.Add({name}, item);

@@ -72,7 +72,7 @@ void RefuseFaults(const std::string& iSource, std::size_t iRead,
   std::string text = Printable(iSource) + ": nothing is imported, because " +
                      std::to_string(iFaults.size()) +
                      (iFaults.size() == 1 ? " fault was" : " faults were") + " found in " +
-                     std::to_string(iRead) + " rows:";
+                     std::to_string(iRead) + (iRead == 1 ? " row:" : " rows:");
   const std::size_t listed = std::min(iFaults.size(), kMostListed);
   for (std::size_t i = 0; i < listed; ++i) text += '\n' + Printable(Located(iSource, iFaults[i]));
   if (listed < iFaults.size()) {

@@ -71,6 +71,13 @@ std::string_view CheckName(std::string_view iField, std::string_view iText) {
                                          std::to_string(kMostNameBytes) + " bytes");
 }
 
+std::string_view CheckTitle(std::string_view iField, std::string_view iText) {
+  if (CheckName(iField, iText).find('$') == std::string_view::npos) return iText;
+  throw RowError(
+      FaultKind::BadText,
+      Named(iField, iText) + ", with a $, which separates names in warnings; leave " + "it out");
+}
+
 std::string Folded(std::string_view iText) {
   std::string folded;
   for (const char c : iText) {

@@ -15,6 +15,8 @@ inline constexpr std::size_t kMostNameBytes = 200;
 double ParseNumber(std::string_view iField, std::string_view iText);
 // The text itself: one line of at most kMostNameBytes, not empty.
 std::string_view CheckName(std::string_view iField, std::string_view iText);
+// The same for a name that an assembly may get: it has no $, which separates names in warnings.
+std::string_view CheckTitle(std::string_view iField, std::string_view iText);
 
 // Lower-case letters and digits alone: "Weld ID" and "weld_id" are both "weldid".
 std::string Folded(std::string_view iText);

@@ -1,5 +1,6 @@
 #include "planner/language/Interpreter.h"
 
+#include <algorithm>
 #include <cassert>
 #include <new>
 
@@ -17,7 +18,8 @@ namespace {
 // For a program: the command, its data, and the warnings that the user was shown.
 std::string AsJson(const std::string& verb, const Json& data,
                    const std::vector<DialogRequest>& warnings) {
-  Json object = {{"command", verb}};
+  Json object = Json::object();
+  if (!verb.empty()) object["command"] = verb;
   object.update(data);
   for (const DialogRequest& warning : warnings) {
     object["warnings"].push_back({{"title", warning.title}, {"message", warning.message}});
@@ -25,11 +27,24 @@ std::string AsJson(const std::string& verb, const Json& data,
   return PrintableJson(object.dump(-1, ' ', false, Json::error_handler_t::replace)) + '\n';
 }
 
+// As the table has it, or the first word of what it has not.
+std::string VerbOf(const std::vector<std::string>& words) {
+  const CommandEntry* const entry = CommandTable::All().Find(words);
+  if (entry) return entry->verb;
+  return words.empty() ? std::string() : words.front();
+}
+
 }  // namespace
 
-Outcome Interpreter::Fail(const std::string& place, const std::string& what) {
+Outcome Interpreter::Fail(const std::string& place, const std::string& what,
+                          const std::vector<std::string>& words) {
+  const std::vector<DialogRequest> warnings = session_.TakeWarnings();
+  if (console_.isJson || std::find(words.begin(), words.end(), "--json") != words.end()) {
+    Json failure = {{"error", what}};
+    if (!place.empty()) failure["place"] = place;
+    console_.results << AsJson(VerbOf(words), failure, warnings);
+  }
   console_.results.flush();
-  session_.TakeWarnings();
   console_.messages << "biwplan: " << Printable(place) << (place.empty() ? "" : ": ") << what
                     << '\n'
                     << std::flush;
@@ -42,11 +57,11 @@ Outcome Interpreter::Run(const std::vector<std::string>& words, const std::strin
   try {
     return Perform(words, typed) ? Outcome::Yes : Outcome::No;
   } catch (const std::bad_alloc&) {
-    return Fail(place, "the memory does not suffice");
+    return Fail(place, "the memory does not suffice", words);
   } catch (const RefusedRows& error) {
-    return Fail(place, error.what());
+    return Fail(place, error.what(), words);
   } catch (const std::exception& error) {
-    return Fail(place, Printable(error.what()));
+    return Fail(place, Printable(error.what()), words);
   }
 }
 

@@ -34,7 +34,8 @@ class Interpreter {
   bool Perform(const std::vector<std::string>& words, const std::string& typed);
   // Runs it and has what it changed in the history, or neither.
   Answer Carry(Command& command, const std::string& typed);
-  Outcome Fail(const std::string& place, const std::string& what);
+  Outcome Fail(const std::string& place, const std::string& what,
+               const std::vector<std::string>& words = {});
 
   Session& session_;
   Console& console_;

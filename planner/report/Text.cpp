@@ -32,6 +32,18 @@ std::string Listed(const std::vector<std::string>& iNames) {
 
 std::string Listed(const Json& iNames) { return Listed(iNames.get<std::vector<std::string>>()); }
 
+std::string ListedBriefly(std::vector<std::string> iNames, std::size_t iMost) {
+  const std::size_t rest = iNames.size() > iMost ? iNames.size() - iMost : 0;
+  iNames.resize(iNames.size() - rest);
+  return Listed(iNames) + (rest == 0 ? "" : " and " + std::to_string(rest) + " more");
+}
+
+std::string ListedLine(const std::string& iTitle, const Json& iNames) {
+  constexpr std::size_t kMost = 20;
+  if (iNames.empty()) return {};
+  return "  " + iTitle + ": " + ListedBriefly(iNames, kMost) + "\n";
+}
+
 std::string Wrapped(const Json& iNames, std::size_t iIndent) {
   std::string text;
   std::size_t column = 0;

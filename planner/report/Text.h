@@ -19,6 +19,10 @@ std::size_t Width(std::string_view iText);
 // "OP10, OP20, OP30".
 std::string Listed(const std::vector<std::string>& iNames);
 std::string Listed(const Json& iNames);
+// "OP10, OP20 and 4 more", with at most `iMost` names.
+std::string ListedBriefly(std::vector<std::string> iNames, std::size_t iMost);
+// "  there already: SW-1, SW-2" as a line, with at most twenty names; nothing without names.
+std::string ListedLine(const std::string& iTitle, const Json& iNames);
 // Names between blanks in indented lines of at most 100 characters.
 std::string Wrapped(const Json& iNames, std::size_t iIndent);
 // "1 weld", "2 welds".

@@ -132,7 +132,7 @@ TEST(ProcessListTest, RefusesWithEveryLine) {
         "line 3: the activity \"A\" stands on line 2 already",
         "line 4: the activity \"X\" is not in the process list", "line 5: the activity \"Y\"",
         "line 6: the part \"P9\" is not in the parts list", "line 7: 2 parts are called",
-        "line 8: the output \"MA$1\" has a $", "line 9: id is empty"}},
+        "line 8: outputs is \"MA$1\", with a $", "line 9: id is empty"}},
       {"id,parent\nA,C\nB,A\nC,B\nD,D\n",
        {"line 2: the activity stands below itself: \"A\" (line 2), \"B\" (line 3), \"C\" (line 4), "
         "then \"A\" again",

@@ -50,7 +50,9 @@ TEST_F(ProcessCommandsTest, AssembliesFollowTheProcessFromRunToRun) {
                   "MA-1  Geo station: made by ST10, taken in by nobody\n"
                   "MA-2  Door: made by ST20, taken in by nobody\n  P2  Outer panel\n  P3  Hinge\n"},
                  {"remove-output ST10", 0, "ST10 no longer makes MA-1 Geo station\n"},
-                 {"remove-activity ST20", 0, "ST20 removed\n"},
+                 {"remove-activity ST20 --with-contents", 0,
+                  "ST20 removed\n  with it: OP50\n  parts taken in nowhere now: P2, P3\n"
+                  "  assemblies made by nobody now: MA-2\n"},
                  {"update off", 0, "the update of assemblies is off\n"},
                  {"drop P1 OP10", 0, "OP10 takes in P1\n"}});
   const Spoken ring = Do("drop ST99 OP10");

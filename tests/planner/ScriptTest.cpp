@@ -36,7 +36,7 @@ TEST_F(ScriptTest, KeepsGoingOnDemandAndKeepsWhatSucceeded) {
   const Spoken spoken =
       RunScript("assign OP10 SW-1\nassign OP9\n\"\nassign OP10 SW-2\n", {"--keep-going", "--json"});
   EXPECT_EQ(spoken.status, 2);
-  EXPECT_EQ(std::count(spoken.results.begin(), spoken.results.end(), '\n'), 2);
+  EXPECT_EQ(std::count(spoken.results.begin(), spoken.results.end(), '\n'), 4);
   EXPECT_THAT(spoken.messages, HasSubstr("plan.biw, line 2: assign: WELD is required"));
   EXPECT_THAT(spoken.messages, HasSubstr("plan.biw, line 3: a quote \" is not closed"));
   EXPECT_EQ(Do("activities-of SW-1 SW-2").status, 0);

@@ -52,6 +52,7 @@ TEST_F(UnderbodyTest, PlanMeetsEachWarningOnceAndEndsInStep) {
   EXPECT_THAT(warnings,
               ElementsAre(HasSubstr("more than one product output on Front floor"),
                           HasSubstr("part of itself: Rear rails assembly"),
+                          HasSubstr("run in a ring now: ST30 -> ST40 -> ST30"),
                           HasSubstr("could take over the product output of Underbody framing"),
                           HasSubstr("no longer first assigned to: \nLoad and clamp, tack tunnel")));
   const Spoken check = Do("check");

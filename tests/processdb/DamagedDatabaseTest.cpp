@@ -7,6 +7,7 @@
 
 #include "embedded/processdb/CsvImport.h"
 #include "tests/processdb/Databases.h"
+#include "tests/support/SourceFiles.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ TEST_F(DamagedDatabaseTest, SaysWhatIsWrongOfATruncatedFileAndLeavesItAlone) {
 TEST_F(DamagedDatabaseTest, SaysWhatIsWrongOfAFileThatOthersMade) {
   const std::string rules =
       "PRAGMA foreign_keys=OFF; PRAGMA ignore_check_constraints=ON; PRAGMA writable_schema=ON;";
+  const std::string master = rules + "UPDATE sqlite_master SET sql=";
   const std::string lax = rules + "UPDATE sqlite_master SET sql=replace(sql,'STRICT, ','');";
   const std::string strict =
       rules + "UPDATE sqlite_master SET sql=replace(sql,') WITHOUT',') STRICT, WITHOUT');";
@@ -58,15 +60,24 @@ TEST_F(DamagedDatabaseTest, SaysWhatIsWrongOfAFileThatOthersMade) {
       {{"PRAGMA user_version=2"}, "of version 2, and this program reads version 1"},
       {{"PRAGMA user_version=0"}, "is damaged"},
       {{"PRAGMA application_id=7"}, "is not a process database"},
-      {{"DROP TABLE version_list_entry"}, "does not have the tables"},
-      {{"CREATE TABLE extra(x)"}, "does not have the tables"},
-      {{"CREATE INDEX extra ON assignment(process)"}, "does not have the tables"},
-      {{"CREATE TRIGGER t AFTER INSERT ON process BEGIN SELECT 1; END"}, "not have the tables"},
+      {{"DROP TABLE version_list_entry"}, "lacks the table 'version_list_entry'"},
+      {{"CREATE TABLE extra(x)"}, "has a table 'extra' besides"},
+      {{"CREATE INDEX extra ON assignment(process)"}, "has an index 'extra' besides"},
+      {{"CREATE TRIGGER t AFTER INSERT ON process BEGIN SELECT 1; END"}, "a trigger 't' besides"},
       {{"CREATE TRIGGER t AFTER INSERT ON process BEGIN SELECT 1; END",
         rules + "UPDATE sqlite_master SET name='sqlite_t',"
                 "sql=replace(sql,'TRIGGER t','TRIGGER sqlite_t') WHERE name='t'"},
-       "does not have the tables"},
-      {{"ALTER TABLE process DROP COLUMN label"}, "does not have the tables"},
+       "has a trigger 'sqlite_t' besides"},
+      {{"ALTER TABLE process DROP COLUMN label"},
+       "lacks the column 'label' in the table 'process'"},
+      {{"ALTER TABLE process ADD COLUMN note TEXT"}, "has a column 'note' in the table 'process'"},
+      {{master + "replace(sql,'label TEXT NOT NULL','label TEXT')"},
+       "'label' of the table 'process' as 'label TEXT' in place of 'label TEXT NOT NULL'"},
+      {{master + "replace(sql,'parent <> process','parent > process')"},
+       "lacks the rule 'CHECK (parent <> process)' in the table 'parent'"},
+      {{lax}, "has the table 'process' with 'WITHOUT ROWID' in place of 'STRICT, WITHOUT ROWID'"},
+      {{master + "replace(sql,'STRICT, WITHOUT','STRICT,  WITHOUT')"},
+       "has the table 'process' written in other words or blanks"},
       {{rules + "INSERT INTO assignment VALUES('SW',1,'GONE')"}, "in table 'assignment'"},
       {{rules + "INSERT INTO version_list_entry VALUES('SW',1,1,'LINE')"}, "'version_list_entry'"},
       {{rules + "INSERT INTO process VALUES('X','x',7)"}, "is damaged"},
@@ -84,6 +95,16 @@ TEST_F(DamagedDatabaseTest, SaysWhatIsWrongOfAFileThatOthersMade) {
       EXPECT_EQ(tests::ChangeAsOthers(file, change), "") << change;
     EXPECT_THAT(OpenError(), AllOf(IsSentence(), HasSubstr(c.sentence))) << c.changes.front();
   }
+}
+
+TEST_F(DamagedDatabaseTest, TheTablesOfTheGuideMakeOne) {
+  const std::string guide = BytesOf(tests::SourceFile("docs/process-database.md"));
+  const std::size_t begin = guide.find("```sql\n") + 7;
+  const std::filesystem::path made = folder.Path() / "made.sqlite";
+  const std::string tables = guide.substr(begin, guide.find("```", begin) - begin);
+  const std::string marks = "PRAGMA application_id = 0x42495750; PRAGMA user_version = 1";
+  EXPECT_EQ(tests::ChangeAsOthers(made, tables + marks), "");
+  EXPECT_EQ(ErrorOf([&] { ProcessDatabase::Open(made)->AddProcess("LINE", "", true); }), "");
 }
 
 TEST_F(DamagedDatabaseTest, SaysWhatIsWrongOfWhatIsNoDatabase) {
