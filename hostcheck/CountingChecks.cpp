@@ -154,6 +154,9 @@ void Outlives(Bench& bench) {
   ZefISPPAbstractActivity_var parent;
   kept->GetParentActivity(parent);
   bench.Expect(!parent, "it has no parent any more");
+  if (const ZefISPPActivityModificationEvents_var events = kept) {
+    bench.Expect(!events->GetDispatcher(), "it has no dispatcher without process");
+  }
   const long alive = CountLiveObjects();
   kept = nullptr;
   bench.Expect(CountLiveObjects() < alive, "it ends with its last reference");

@@ -84,7 +84,6 @@ class ProductObject
     return Give(oReference, this->Identity());
   }
   int GetChildrenCount() override { return children_.Size(); }
-  List* GetChildren() override { return NewList(children_); }
   List* GetAllChildren(const char* iType) override {
     List all;
     for (int i = 1; i <= children_.Size(); ++i) {
@@ -110,6 +109,7 @@ class Part : public ProductObject<> {
     name_ = std::move(name);
   }
   ZefMetaClass* GetMetaObject() const override { return ClassNamed("Part"); }
+  List* GetChildren() override { return NewList(children_); }
   void Add(ZefBaseUnknown* child) { children_.Append(child); }
 };
 
@@ -117,7 +117,7 @@ class Assembly : public ProductObject<TuvIMfgAssembly> {
  public:
   explicit Assembly(Home home) { home_ = std::move(home); }
   ZefMetaClass* GetMetaObject() const override { return ClassNamed("Assembly"); }
-  using ProductObject::GetChildren;
+  List* GetChildren() override { return NewList(children_); }
   HRESULT SetName(const ZefUnicodeString& iName) override { return Give(name_, iName.Bytes()); }
   ZefUnicodeString GetName() override { return name_; }
   HRESULT GetChildren(List*& oChildren) override { return Give(oChildren, NewList(children_)); }
