@@ -142,6 +142,7 @@ void Ends(Bench& bench) {
 
 void Outlives(Bench& bench) {
   ZefISPPActivity_var kept = bench.Ask<ZefISPPActivity>(bench.op10);
+  const ZefBaseUnknown_var above = bench.st10;
   ZefIContainer_var container;
   if (const ZefISpecObject_var feature = bench.op11) feature->GetFeatContainer(container);
   bench.Close();
