@@ -4,7 +4,7 @@
 
 #include "embedded/Error.h"
 #include "embedded/storage/FileReplacement.h"
-#include "embedded/storage/JsonTree.h"
+#include "embedded/storage/JsonLimits.h"
 
 namespace biwplan {
 
@@ -40,7 +40,7 @@ std::string PlanFile::Read() {
   if (!Exists()) {
     throw InputError("there is no document " + path_.string() + "; 'new' makes it");
   }
-  std::string text = embedded::ReadWholeFile(path_, embedded::JsonTree::kMaxBytes);
+  std::string text = embedded::ReadWholeFile(path_, embedded::JsonLimits::Current().bytes);
   known_ = embedded::FingerprintOf(text);
   return text;
 }

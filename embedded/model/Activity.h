@@ -135,6 +135,7 @@ class Activity final
   // Null once the document ended.
   ZefSPPActivityNotificationDispatcher* GetOwnDispatcher() const;
   // As Link; null when memory is exhausted.
+  bool Admits(const ZefBaseUnknown_var& iItem) const;
   ItemLink* TryLink(const ZefBaseUnknown_var& iItem, int iSelector);
   void ItemsChanged();
   double CurveLength() const;

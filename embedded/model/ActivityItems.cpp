@@ -23,7 +23,7 @@ bool IsPartOrAssembly(const ZefBaseUnknown_var& item) {
 }  // namespace
 
 HRESULT Activity::AddItem(const ZefBaseUnknown_var& iItem, ZefBaseUnknown_var& oItem) {
-  if (!iItem || FaultPoint::Strikes()) return E_FAIL;
+  if (!iItem || !Admits(iItem) || FaultPoint::Strikes()) return E_FAIL;
   if (!TryLink(iItem, ItemLink::Plain)) return E_FAIL;
   oItem = iItem;
   ItemsChanged();
@@ -56,8 +56,8 @@ ZefListValZefBaseUnknown_var* Activity::GetItems(const ZefUnicodeString& iType, 
 HRESULT Activity::AddItemLink(ZefBaseUnknown*& oLink, const ZefISPPItem_var& iItem,
                               ZefBaseUnknown* iSource, const ZefUnicodeString& iName, int iFixed,
                               int iSelector) {
-  if (!iItem || FaultPoint::Strikes()) return E_FAIL;
   const ZefBaseUnknown_var item = iItem;
+  if (!item || !Admits(item) || FaultPoint::Strikes()) return E_FAIL;
   const std::vector<ItemLink*> before = LinksOf(item.Get());
   const bool isNew = std::none_of(before.begin(), before.end(), [](const ItemLink* link) {
     return link->GetSelector() == ItemLink::FirstAssigned;
@@ -78,6 +78,12 @@ ItemLink* Activity::Link(const ZefBaseUnknown_var& iItem, int iSelector) {
   ItemLink* const link = TryLink(iItem, iSelector);
   if (!link) throw std::bad_alloc();
   return link;
+}
+
+// Objects of another host are unknown to files, but not to activities.
+bool Activity::Admits(const ZefBaseUnknown_var& iItem) const {
+  const auto* const target = ObjectAs<Linkable>(iItem.Get());
+  return !target || target->IsPartOf(OwnDocument());
 }
 
 ItemLink* Activity::TryLink(const ZefBaseUnknown_var& iItem, int iSelector) {

@@ -160,6 +160,7 @@ void Document::RemoveActivity(Activity& iActivity) {
 }
 
 void Document::DetachActivity(Activity& iActivity) {
+  LeaveActivities(iActivity);
   iActivity.parent_ = nullptr;
   iActivity.children_.clear();
   iActivity.links_.Clear();
@@ -282,7 +283,13 @@ void Document::RemoveFeature(ZefBaseUnknown* iFeature) {
     throw InputError("The feature is not part of this document.");
   }
   keys_.features.Remove(ObjectAs<Aliased>(iFeature)->Key());
-  const std::vector<ItemLink*> links = ObjectAs<Linkable>(iFeature)->Links();
+  LeaveActivities(*ObjectAs<Linkable>(iFeature));
+}
+
+// Nothing that stays may name what has left.
+void Document::LeaveActivities(Linkable& iItem) {
+  iItem.LeaveDocument();
+  const std::vector<ItemLink*> links = iItem.Links();
   for (ItemLink* const link : links) link->OwnActivity()->links_.Remove(link);
 }
 

@@ -127,6 +127,7 @@ class Document : public ComponentObject<ZefDocument, ZefInit, ZefIIPDAdapter, Ze
   void AddFeature(const std::string& iKey, const ZefBaseUnknown_var& iFeature);
   void RequireOwn(const Activity& iActivity) const;
   void DetachActivity(Activity& iActivity);
+  static void LeaveActivities(Linkable& iItem);
 
   Kind kind_;
   std::shared_ptr<Membership> membership_;

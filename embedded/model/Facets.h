@@ -43,12 +43,19 @@ class Linkable : public ZefILinkableObject {
   // Those of activities whose document ended.
   void DropEndedLinks();
   void Join(MembershipPointer iMembership) { membership_ = std::move(iMembership); }
+  // Has been taken out of its document, whoever still holds it.
+  void LeaveDocument() { hasLeft_ = true; }
+  // Such an object can be named in the document's file.
+  bool IsPartOf(const Document* iDocument) const {
+    return iDocument && iDocument == OwnDocument() && !hasLeft_;
+  }
   // Null once the document ended.
   Document* OwnDocument() const { return membership_ ? membership_->document : nullptr; }
 
  private:
   std::vector<ItemLink*> links_;
   MembershipPointer membership_;
+  bool hasLeft_ = false;
 };
 
 // The name under which users, files and commands know the object.

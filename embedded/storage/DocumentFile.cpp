@@ -3,6 +3,7 @@
 #include "embedded/storage/DocumentReader.h"
 #include "embedded/storage/DocumentWriter.h"
 #include "embedded/storage/FileReplacement.h"
+#include "embedded/storage/JsonLimits.h"
 #include "embedded/storage/JsonTree.h"
 
 namespace embedded {
@@ -14,7 +15,7 @@ Owned<Document> ReadDocument(std::string_view iText, const std::string& iName) {
 }
 
 Owned<Document> LoadDocument(const fs::path& iFile) {
-  return ReadDocument(ReadWholeFile(iFile, JsonTree::kMaxBytes), iFile.string());
+  return ReadDocument(ReadWholeFile(iFile, JsonLimits::Current().bytes), iFile.string());
 }
 
 std::string WriteDocument(const Document& iDocument, const fs::path& iFolder) {

@@ -15,6 +15,7 @@
 #include "embedded/storage/FileCalls.h"
 #include "embedded/storage/FileFailure.h"
 #include "embedded/storage/FileRights.h"
+#include "embedded/storage/JsonLimits.h"
 
 namespace embedded {
 
@@ -75,7 +76,7 @@ std::string ReadWholeFile(const fs::path& iFile, std::size_t iMaxBytes) {
     size += static_cast<std::size_t>(read);
     if (size > iMaxBytes) {
       throw InputError(iFile.string() + ": the file has more than " +
-                       std::to_string(iMaxBytes >> 20) + " MiB; split the document");
+                       JsonLimits{.bytes = iMaxBytes}.BytesInWords() + "; split the document");
     }
     bytes.resize(size);
     if (read == 0) return bytes;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "embedded/Error.h"
+#include "embedded/storage/JsonLimits.h"
 #include "embedded/storage/JsonText.h"
 #include "embedded/storage/Utf8.h"
 
@@ -73,6 +74,7 @@ class JsonTree::Builder {
   [[noreturn]] void FailAt(std::size_t index, const std::string& what);
   [[noreturn]] void FailHere(const std::string& what);
 
+  const JsonLimits& limits_ = JsonLimits::Current();
   JsonTree& tree_;
   std::string_view text_;
   std::vector<std::uint32_t> open_;
@@ -91,8 +93,8 @@ JsonTree::Node JsonTree::Builder::NewNode(Type type, double number) const {
 }
 
 bool JsonTree::Builder::Add(Type type, double number) {
-  if (tree_.nodes_.size() == kMaxValues) {
-    FailHere("the text has more than " + std::to_string(kMaxValues) +
+  if (tree_.nodes_.size() >= limits_.values) {
+    FailHere("the text has more than " + std::to_string(limits_.values) +
              " values; split the document");
   }
   tree_.nodes_.push_back(NewNode(type, number));
@@ -121,8 +123,8 @@ bool JsonTree::Builder::end_object() {
 bool JsonTree::Builder::Open(Type type) {
   Add(type);
   open_.push_back(static_cast<std::uint32_t>(tree_.nodes_.size() - 1));
-  if (open_.size() > kMaxDepth) {
-    FailHere("values are nested more than " + std::to_string(kMaxDepth) +
+  if (open_.size() > limits_.depth) {
+    FailHere("values are nested more than " + std::to_string(limits_.depth) +
              " deep; a document is flatter");
   }
   return true;
@@ -190,12 +192,13 @@ bool JsonTree::Builder::parse_error(std::size_t position, const std::string&,
 }
 
 JsonTree::JsonTree(std::string_view iText, std::string iName) : name_(std::move(iName)) {
-  if (iText.size() > kMaxBytes) {
-    throw InputError(name_ + ": the text has more than " + std::to_string(kMaxBytes >> 20) +
-                     " MiB; split the document");
+  const JsonLimits& limits = JsonLimits::Current();
+  if (iText.size() > limits.bytes) {
+    throw InputError(name_ + ": the text has more than " + limits.BytesInWords() +
+                     "; split the document");
   }
   // Memory beyond what the text needs is never touched.
-  nodes_.reserve(std::min(iText.size() / 8 + 1, kMaxValues));
+  nodes_.reserve(std::min(iText.size() / 8 + 1, limits.values));
   texts_.reserve(iText.size());
   Builder builder(*this, iText);
   nlohmann::json::sax_parse(iText.begin(), iText.end(), &builder);

@@ -17,18 +17,14 @@ struct NumberRange {
   double highest;
 };
 
-// A JSON text as a flat array of values, each before those inside it. Reading is bounded: text,
-// number of values and nesting have limits, and no recursion follows the text.
+// A JSON text as a flat array of values, each before those inside it. Reading is bounded by
+// JsonLimits, and no recursion follows the text.
 class JsonTree {
  public:
   // InputError for anything that is not one whole JSON text in UTF-8, and for a key that stands
   // twice in one object. `iName` names the text in errors.
   JsonTree(std::string_view iText, std::string iName);
   JsonValue Root() const;
-
-  static constexpr std::size_t kMaxBytes = std::size_t{256} << 20;
-  static constexpr std::size_t kMaxValues = std::size_t{16} << 20;
-  static constexpr std::size_t kMaxDepth = 16;
 
  private:
   friend class JsonValue;

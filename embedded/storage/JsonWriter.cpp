@@ -42,8 +42,23 @@ void JsonWriter::Separate() {
   if (depth_ > 0) BreakLine();
 }
 
-void JsonWriter::Begin(char bracket) {
+void JsonWriter::CheckSize() const {
+  if (json_.size() > limits_.bytes) {
+    throw InputError("the document would have more than " + limits_.BytesInWords() + "; split it");
+  }
+}
+
+void JsonWriter::BeginValue() {
+  if (++values_ > limits_.values) {
+    throw InputError("the document would have more than " + std::to_string(limits_.values) +
+                     " values; split it");
+  }
+  CheckSize();
   Separate();
+}
+
+void JsonWriter::Begin(char bracket) {
+  BeginValue();
   json_ += bracket;
   ++depth_;
   isFirst_ = true;
@@ -66,7 +81,7 @@ void JsonWriter::Key(std::string_view iKey) {
 }
 
 void JsonWriter::Text(std::string_view iText) {
-  Separate();
+  BeginValue();
   json_ += '"';
   if (std::all_of(iText.begin(), iText.end(), IsPlain)) {
     json_ += iText;
@@ -86,7 +101,7 @@ void JsonWriter::Number(double iNumber, const NumberRange& iRange) {
     AppendNumber(what += " and ", iRange.highest);
     throw InputError(what);
   }
-  Separate();
+  BeginValue();
   const auto whole = static_cast<std::int64_t>(std::abs(iNumber) < kLargestWhole ? iNumber : 0.5);
   if (static_cast<double>(whole) != iNumber || (whole == 0 && std::signbit(iNumber))) {
     AppendNumber(json_, iNumber);
@@ -98,17 +113,18 @@ void JsonWriter::Number(double iNumber, const NumberRange& iRange) {
 }
 
 void JsonWriter::Integer(int iNumber) {
-  Separate();
+  BeginValue();
   AppendNumber(json_, iNumber);
 }
 
 void JsonWriter::Flag(bool iFlag) {
-  Separate();
+  BeginValue();
   json_ += iFlag ? "true" : "false";
 }
 
 std::string JsonWriter::Take() {
   json_ += '\n';
+  CheckSize();
   return std::move(json_);
 }
 

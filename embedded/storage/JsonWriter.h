@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "embedded/storage/JsonLimits.h"
 #include "embedded/storage/JsonTree.h"
 
 namespace embedded {
 
 // Writes JSON: the members of the outermost object and the elements of their lists stand on a line
-// each, and what is inside those on the same line. InputError for what a JSON text cannot hold.
+// each, and what is inside those on the same line. InputError for what a JSON text cannot hold, and
+// as soon as it exceeds JsonLimits.
 class JsonWriter {
  public:
   // Memory for about as many bytes is set aside.
@@ -33,10 +35,14 @@ class JsonWriter {
  private:
   void Begin(char bracket);
   void End(char bracket);
+  void BeginValue();
   void Separate();
+  void CheckSize() const;
   void BreakLine();
 
+  const JsonLimits& limits_ = JsonLimits::Current();
   std::string json_;
+  std::size_t values_ = 0;
   std::string_view key_;
   std::size_t depth_ = 0;
   bool isFirst_ = true;

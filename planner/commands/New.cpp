@@ -7,6 +7,7 @@
 #include "planner/import/DocumentBuilder.h"
 #include "planner/import/ListReader.h"
 #include "planner/import/PartsList.h"
+#include "planner/import/PlanSize.h"
 #include "planner/import/ProcessList.h"
 #include "planner/import/Values.h"
 #include "planner/import/WeldList.h"
@@ -79,6 +80,7 @@ class New : public Command {
       return ReadProcessList(stream, process_, parts);
     });
     CheckTitle("--name", name_);
+    RequireRoom(parts, welds, process);
     ioSession.Begin(BuildDocument(parts, welds, process, name_), isReplaced_);
     return {Describe(parts, welds, process)};
   }

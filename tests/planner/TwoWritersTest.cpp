@@ -1,16 +1,23 @@
+#include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <iterator>
+#include <new>
+#include <random>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include "embedded/storage/DocumentFile.h"
+#include "embedded/storage/FileCalls.h"
 #include "embedded/storage/FileLock.h"
 #include "embedded/storage/FileReplacement.h"
 #include "tests/planner/Typist.h"
+#include "tests/support/Campaign.h"
 
 namespace tests {
 namespace {
@@ -26,21 +33,26 @@ class TwoWritersTest : public ShellFixture {
     words.insert(words.begin(), {"@door.json", "--wait", "0.02"});
     return Run(std::move(words));
   }
-  long CountFiles() const {
-    return std::distance(std::filesystem::directory_iterator(folder_.Path()), {});
+  // W-0, W-1, ...
+  static std::string ManyWelds(int count) {
+    std::string welds =
+        "id,x,y,z,parts
+        ";
+        for (int i = 0; i < count; ++i) {
+      welds += "W-" + std::to_string(i) + "," + std::to_string(i) +
+               ",0,0,P1;P2
+               ";
+    }
+    return welds;
   }
 };
 
 TEST_F(TwoWritersTest, EveryCommandThatSaysDoneIsInTheFile) {
   constexpr int kProcesses = 8;
   constexpr int kCommands = 25;
-  std::string welds = "id,x,y,z,parts\n";
-  for (int i = 0; i < kProcesses * kCommands; ++i) {
-    welds += "W-" + std::to_string(i) + "," + std::to_string(i) + ",0,0,P1;P2\n";
-  }
-  folder_.Write("welds.csv", welds);
+  folder_.Write("welds.csv", ManyWelds(kProcesses * kCommands));
   Begin();
-  const long files = CountFiles();
+  const long files = CountFiles(folder_.Path());
   std::vector<pid_t> children;
   for (int process = 0; process < kProcesses; ++process) {
     children.push_back(::fork());
@@ -58,7 +70,39 @@ TEST_F(TwoWritersTest, EveryCommandThatSaysDoneIsInTheFile) {
     EXPECT_EQ(status, 0);
   }
   EXPECT_EQ(Do("is-assigned W-0..W-199").status, 0);
-  EXPECT_EQ(CountFiles(), files);
+  EXPECT_EQ(CountFiles(folder_.Path()), files);
+}
+
+// Commands by a process that is killed; how many of them had said that they were done.
+TEST_F(TwoWritersTest, AKillLosesNothingThatWasReported) {
+  constexpr int kWelds = 400;
+  folder_.Write("welds.csv", ManyWelds(kWelds));
+  Begin();
+  const long files = CountFiles(folder_.Path());
+  void* const shared = ::mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE,
+                              MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  ASSERT_NE(shared, MAP_FAILED);
+  auto& done = *new (shared) std::atomic<int>(0);
+  std::mt19937 random(5);
+  for (int round = 0; round < CampaignSize(50); ++round) {
+    const pid_t child = ::fork();
+    while (child == 0 && done < kWelds) {
+      if (Run({"@door.json", "assign", "OP10", "W-" + std::to_string(done)}).status < 2) ++done;
+    }
+    if (child == 0) ::_exit(0);
+    std::this_thread::sleep_for(std::chrono::microseconds(5000 + random() % 60000));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    if (done == 0) continue;
+    const std::string last = "W-" + std::to_string(done - 1);
+    ASSERT_EQ(Hurried({"is-assigned", "W-0.." + last}).status, 0);
+    ASSERT_EQ(Hurried({"reallocate", "OP10", "OP20", last}).status, 0);
+    ASSERT_EQ(CountFiles(folder_.Path()), files);
+    if (done < kWelds) continue;
+    done = 0;
+    ASSERT_LT(Hurried({"unassign", "OP10", "W-*"}).status, 2);
+  }
+  ::munmap(shared, sizeof(std::atomic<int>));
 }
 
 TEST_F(TwoWritersTest, SaysWhoHasThePlanAndLetsReadersPass) {
@@ -167,6 +211,35 @@ TEST_F(TwoWritersTest, AFileThatAppearsIsLeftAlone) {
   EXPECT_THAT(Bytes("door.json"), HasSubstr("SW-1"));
   EXPECT_EQ(Type({"assign OP10 SW-1", "save " + Path("door.json") + " --replace"}).messages, "");
   EXPECT_TRUE(IsAssigned("SW-1"));
+}
+
+class NoLocks : public embedded::FileCalls {
+ public:
+  NoLocks() { Replace(this); }
+  ~NoLocks() override { Replace(nullptr); }
+  NoLocks(const NoLocks&) = delete;
+  NoLocks& operator=(const NoLocks&) = delete;
+  int Lock(int, int) override {
+    errno = ENOLCK;
+    return -1;
+  }
+};
+
+TEST_F(TwoWritersTest, WithoutLocksTheComparisonStillProtects) {
+  Begin();
+  const NoLocks noLocks;
+  const std::string sentence =
+      "biwplan: door.json: its file system cannot lock files; changes by others are found only "
+      "when it is saved\n";
+  EXPECT_EQ(Do("assign OP10 SW-1").messages, sentence);
+  Typist user({"assign OP10 SW-2", "save", "unassign OP10 SW-2", "save", "quit", "no"});
+  user.onPrompt = [this](std::size_t prompt) {
+    if (prompt != 4) return;
+    EXPECT_EQ(Hurried({"assign", "OP10", "SW-3"}).status, 0);
+  };
+  EXPECT_THAT(Type(user).messages,
+              testing::StartsWith(sentence + "biwplan: door.json was changed"));
+  for (const char* const weld : {"SW-1", "SW-2", "SW-3"}) EXPECT_TRUE(IsAssigned(weld)) << weld;
 }
 
 // A command that cannot save has not said before that all went well.
