@@ -8,7 +8,7 @@
 
 #include "embedded/Error.h"
 #include "embedded/storage/FileReplacement.h"
-#include "embedded/storage/JsonTree.h"
+#include "embedded/storage/JsonLimits.h"
 #include "planner/history/Damage.h"
 #include "planner/history/Digest.h"
 
@@ -82,7 +82,7 @@ void History::SetAside() {
 
 std::string History::FileText() const {
   if (!fs::exists(plan_)) return {};
-  return embedded::ReadWholeFile(plan_, embedded::JsonTree::kMaxBytes);
+  return embedded::ReadWholeFile(plan_, embedded::JsonLimits::Current().bytes);
 }
 
 void History::Begin(std::string iText) {

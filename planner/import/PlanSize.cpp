@@ -14,15 +14,18 @@ namespace biwplan {
 namespace {
 
 // The names of members, brackets and what separates them, for one object with all that it may have.
-constexpr std::size_t kFrame = 400;
+constexpr std::size_t kFrame = 250;
+constexpr std::size_t kFrameOfWeld = 180;
 constexpr std::size_t kValues = 24;
 // Quotes, a comma and a blank.
 constexpr std::size_t kSeparators = 4;
 constexpr std::size_t kNumber = 26;
 constexpr std::size_t kFrameOfPoint = 8;
-constexpr std::size_t kFrameOfLink = 200;
+constexpr std::size_t kFrameOfLink = 90;
 constexpr std::size_t kValuesOfLink = 8;
-constexpr std::size_t kHead = 1000;
+constexpr std::size_t kHead = 600;
+// Of what stands there without any row.
+constexpr std::size_t kOwnKey = 16;
 
 // A text in quotes.
 std::size_t Length(std::string_view text) {
@@ -69,16 +72,16 @@ class Sum {
   }
   void Add(const PartRow& part) {
     constexpr std::size_t kNumbers = 15;
-    const std::size_t parent = part.parent ? Length(parts_.parts[*part.parent].key) : kFrame;
+    const std::size_t parent = part.parent ? Length(parts_.parts[*part.parent].key) : kOwnKey;
     const std::size_t reference = part.reference ? Length(parts_.parts[*part.reference].key) : 0;
     Add(kFrame + kNumbers * kNumber + 2 * Length(part.key) + Length(part.number) +
             Length(part.name) + parent + reference + Length(part.geometry) +
-            Length(part.mesh.native()) + kFrame,
+            Length(part.mesh.native()),
         kValues + kNumbers);
   }
   void Add(const ActivityRow& activity) {
     const std::size_t key = Length(activity.data.key);
-    const std::size_t parent = activity.parent ? KeyOf(*activity.parent) : kFrame;
+    const std::size_t parent = activity.parent ? KeyOf(*activity.parent) : kOwnKey;
     longestKey_ = std::max(longestKey_, key);
     Add(kFrame + 2 * key + Length(activity.data.label) + parent + 4 * kNumber, kValues);
     for (const auto* const items : {&activity.firstAssigned, &activity.items, &activity.outputs}) {
@@ -89,7 +92,8 @@ class Sum {
   }
   void Add(const WeldRow& weld) {
     constexpr std::size_t kCoordinates = 3;
-    Add(kFrame + 7 * kNumber + 2 * Length(weld.id) + Length(weld.type) + kFrameOfLink + longestKey_,
+    Add(kFrameOfWeld + 7 * kNumber + 2 * Length(weld.id) + Length(weld.type) + kFrameOfLink +
+            longestKey_,
         kValues + kValuesOfLink + weld.parts.size());
     for (const std::size_t part : weld.parts) Add(Length(parts_.parts[part].key), 0);
     Add(weld.points.size() * (kCoordinates * kNumber + kFrameOfPoint),
@@ -106,7 +110,7 @@ class Sum {
   const PartsList& parts_;
   const WeldList& welds_;
   const ProcessList& process_;
-  std::size_t longestKey_ = kFrame;
+  std::size_t longestKey_ = kOwnKey;
   PlanSize size_;
 };
 

@@ -6,7 +6,7 @@
 
 namespace biwplan {
 
-// What a plan takes in its file at most, as long as each weld is assigned once.
+// About what a plan takes in its file when each weld is assigned once, rather more than less.
 struct PlanSize {
   std::size_t bytes = 0;
   std::size_t values = 0;

@@ -48,7 +48,7 @@ TEST_F(PlanSizeTest, ListsWithoutRoomAreRefusedAtTheirRow) {
     const char* place;
   } cases[] = {{{.bytes = size.bytes - 1}, "welds.csv, line 4: "},
                {{.values = size.values - 1}, "welds.csv, line 4: "},
-               {{.bytes = 2000}, "parts.csv, line 2: "},
+               {{.bytes = 700}, "parts.csv, line 2: "},
                {{.values = 100}, "parts.csv, line 3: "}};
   for (const auto& [limits, place] : cases) {
     const LoweredLimits lowered(limits);
