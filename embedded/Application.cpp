@@ -3,6 +3,7 @@
 #include <new>
 #include <utility>
 
+#include "embedded/dialog/InstalledCatalogs.h"
 #include "embedded/scene/Place.h"
 #include "host/component/FaultPoint.h"
 
@@ -16,13 +17,14 @@ Application::Application(DialogPresenter& iDialogs)
       layout_(Make<Layout>(*frame_)),
       visManager_(Make<embedded::VisManager>()) {
   MainViewer().ShowSetsOf(*editor_);
+  catalogs_.FallBackTo(InstalledCatalogs());
   Install(this);
 }
 
 Application::~Application() {
   Edit({});
   Idle();
-  if (&Installed() == this) Install(nullptr);
+  if (&Installed() == this) Install(&former_);
 }
 
 void Application::Edit(Owned<Document> iDocument) {

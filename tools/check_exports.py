@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Compares what a library exports with a pinned list, and what it needs with what it may need.
 
-check_exports.py LIB LIST             fails when they differ
-check_exports.py --write LIB LIST     pins what the library exports now
+check_exports.py LIB LIST [--needs NAME...]    fails when they differ
+check_exports.py --write LIB LIST              pins what the library exports now
 """
 
 import argparse
@@ -11,7 +11,7 @@ import re
 import subprocess
 import sys
 
-MAY_NEED = {"libTuvHost", "libstdc++", "libm", "libgcc_s", "libc"}
+MAY_NEED = {"libstdc++", "libm", "libgcc_s", "libc"}
 SANITIZERS = {"libasan", "libubsan", "libclang_rt"}
 
 
@@ -30,7 +30,7 @@ def needed(library: str) -> set[str]:
     return {re.sub(r"\.(asan|ubsan)_.*|-.*", "", name) for name in found}
 
 
-def differences(library: str, pinned: pathlib.Path):
+def differences(library: str, pinned: pathlib.Path, may_need: set[str]):
     """Complaints, one line each."""
     names = exported(library)
     expected = pinned.read_text().splitlines()
@@ -40,7 +40,7 @@ def differences(library: str, pinned: pathlib.Path):
         yield f"- {name}: pinned, but no longer exported"
     for name in sorted(set(names) - set(expected)):
         yield f"+ {name}: exported, but not pinned"
-    for name in sorted(needed(library) - MAY_NEED):
+    for name in sorted(needed(library) - may_need):
         yield f"needs {name}, which it may not"
 
 
@@ -48,6 +48,7 @@ def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--write", action="store_true")
+    parser.add_argument("--needs", nargs="*", default=[], help="libraries besides those of C++")
     parser.add_argument("library")
     parser.add_argument("list", type=pathlib.Path)
     arguments = parser.parse_args()
@@ -58,7 +59,7 @@ def main() -> int:
         if arguments.write:
             arguments.list.write_text("\n".join(exported(arguments.library)) + "\n")
             return 0
-        complaints = list(differences(arguments.library, arguments.list))
+        complaints = list(differences(arguments.library, arguments.list, MAY_NEED | set(arguments.needs)))
     except subprocess.CalledProcessError as error:
         print(error.stderr.strip(), file=sys.stderr)
         return 2

@@ -21,6 +21,11 @@ void CatalogStore::AddFolder(const std::filesystem::path& iFolder) {
   loaded_.clear();
 }
 
+void CatalogStore::FallBackTo(const std::filesystem::path& iFolder) {
+  last_ = iFolder;
+  loaded_.clear();
+}
+
 void CatalogStore::SetLanguage(const std::string& iLanguage) {
   const bool isName = std::all_of(iLanguage.begin(), iLanguage.end(), IsLetterOrHyphen);
   if (!isName || iLanguage.empty() || iLanguage.size() > 16) {
@@ -60,12 +65,13 @@ void CatalogStore::Check(const std::string& iCatalog) const {
 
 std::filesystem::path CatalogStore::Locate(const std::string& catalog,
                                            const std::string& language) const {
+  const std::string name = catalog + "." + language + ".txt";
+  std::error_code error;
   for (const std::filesystem::path& folder : folders_) {
-    std::filesystem::path file = folder / (catalog + "." + language + ".txt");
-    std::error_code error;
-    if (std::filesystem::exists(file, error)) return file;
+    if (std::filesystem::exists(folder / name, error)) return folder / name;
   }
-  return {};
+  const bool isLast = !last_.empty() && std::filesystem::exists(last_ / name, error);
+  return isLast ? last_ / name : std::filesystem::path();
 }
 
 const Catalog* CatalogStore::Load(const std::string& catalog, const std::string& language) {

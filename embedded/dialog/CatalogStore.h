@@ -17,6 +17,8 @@ class CatalogStore {
  public:
   // The folders are searched in the order in which they were added.
   void AddFolder(const std::filesystem::path& iFolder);
+  // The folder that is searched after all of them; empty for none.
+  void FallBackTo(const std::filesystem::path& iFolder);
   // "en", "de", "pt-BR"; InputError for what cannot be part of a file name.
   void SetLanguage(const std::string& iLanguage);
   const std::string& Language() const { return language_; }
@@ -35,6 +37,7 @@ class CatalogStore {
   const Catalog* Load(const std::string& catalog, const std::string& language);
 
   std::vector<std::filesystem::path> folders_;
+  std::filesystem::path last_;
   std::string language_ = "en";
   // By catalog and language; nothing for one that is missing or malformed.
   std::map<std::pair<std::string, std::string>, std::optional<Catalog>> loaded_;

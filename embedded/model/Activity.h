@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <boost/container/small_vector.hpp>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -11,6 +10,7 @@
 #include "embedded/model/Containers.h"
 #include "embedded/model/Facets.h"
 #include "embedded/model/LinkList.h"
+#include "embedded/model/NeighbourList.h"
 #include "host/component/ComponentObject.h"
 #include "host/document/ZefISpecObject.h"
 #include "host/fastening/Fastening.h"
@@ -22,16 +22,13 @@ class Activity;
 class ControlFlow;
 class ProductOutput;
 
-// Holds the first few in itself: walks over many activities then touch little memory of each.
-using Activities = boost::container::small_vector<Activity*, 3>;
-
 // An activity's place in the tree and in the flow, each beside the interface that is asked for it.
 class TreePlace : public ZefISPPChildManagement {
  public:
-  const Activities& Children() const { return children_; }
+  const NeighbourList& Children() const { return children_; }
 
  protected:
-  Activities children_;
+  NeighbourList children_;
   // The first activities three levels below, for fetching ahead alone: they may have ended. The
   // activity itself stands for missing ones: the processor would guess wrong which are there.
   std::array<const void*, 3> below_{};
@@ -40,12 +37,12 @@ class TreePlace : public ZefISPPChildManagement {
 class FlowPlace : public ZefISPPFlowMgt {
  public:
   // One for each flow, in the order of the flows.
-  const Activities& Previous() const { return previous_; }
-  const Activities& Next() const { return next_; }
+  const NeighbourList& Previous() const { return previous_; }
+  const NeighbourList& Next() const { return next_; }
 
  protected:
-  Activities previous_;
-  Activities next_;
+  NeighbourList previous_;
+  NeighbourList next_;
 };
 
 // A step of the process. The document owns activities and flows; the tree and the neighbours are

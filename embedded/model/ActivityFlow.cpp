@@ -12,7 +12,8 @@ namespace embedded {
 namespace {
 
 // Neighbours in the order of their flows, each once.
-ZefListValZefBaseUnknown_var EachOnce(const Activities& neighbours, const ZefUnicodeString& type) {
+ZefListValZefBaseUnknown_var EachOnce(const NeighbourList& neighbours,
+                                      const ZefUnicodeString& type) {
   ZefListValZefBaseUnknown_var activities;
   if (FaultPoint::Strikes()) return activities;
   const bool isOfAnyKind = type == "Activity";
@@ -25,13 +26,14 @@ ZefListValZefBaseUnknown_var EachOnce(const Activities& neighbours, const ZefUni
 }
 
 // A walk along the flow goes on from the neighbours to theirs, which are fetched from memory.
-void FetchBehind(const Activities& neighbours, const Activities& (FlowPlace::*further)() const) {
+void FetchBehind(const NeighbourList& neighbours,
+                 const NeighbourList& (FlowPlace::*further)() const) {
   for (const Activity* const neighbour : FirstFew(neighbours)) {
     for (const Activity* const next : FirstFew((neighbour->*further)())) {
       const FlowPlace* const place = next;
       FetchAhead(next);
       FetchAhead(place);
-      FetchBytes(&(place->*further)(), sizeof(Activities));
+      FetchBytes(&(place->*further)(), sizeof(NeighbourList));
     }
   }
 }

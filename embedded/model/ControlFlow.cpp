@@ -31,7 +31,7 @@ HRESULT GiveEnd(Activity& activity, ZefISPPFlowEnd_var& end) {
   return S_OK;
 }
 
-void Remove(const ControlFlow* flow, std::vector<ControlFlow*>& flows, Activities& neighbours) {
+void Remove(const ControlFlow* flow, std::vector<ControlFlow*>& flows, NeighbourList& neighbours) {
   const auto found = std::find(flows.begin(), flows.end(), flow);
   if (found == flows.end()) return;
   neighbours.erase(neighbours.begin() + (found - flows.begin()));

@@ -49,7 +49,9 @@ template <class T, class... Arguments>
   return made;
 }
 
-// The object behind an interface pointer as a class of this host; null when it is of another.
+#ifdef __cpp_rtti
+// The object behind an interface pointer as a class of this host; null when it is of another. Not
+// for programs that are built without type information.
 template <class T>
 T* ObjectAs(const ZefBaseUnknown* object) {
   ZefBaseUnknown* const implementation = object ? object->GetImpl(0) : nullptr;
@@ -60,5 +62,6 @@ T* ObjectAs(const ZefBaseUnknown* object) {
   }
   return dynamic_cast<T*>(implementation);
 }
+#endif
 
 }  // namespace embedded

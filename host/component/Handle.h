@@ -91,7 +91,12 @@ class Handle {
       return static_cast<T*>(answer);
     } else {
       // A class that is not an interface has no identifier to ask for.
-      T* const same = dynamic_cast<T*>(object);
+      T* same = nullptr;
+      if constexpr (std::is_convertible_v<P*, T*>) {
+        same = object;
+      } else {
+        same = dynamic_cast<T*>(object);
+      }
       if (same) same->AddRef();
       return same;
     }

@@ -2,8 +2,8 @@
 #include <fstream>
 #include <gmock/gmock.h>
 
-#include "embedded/Error.h"
-#include "embedded/loading/LibraryLoader.h"
+#include "host/HostVersion.h"
+#include "host/loading/LibraryLoader.h"
 #include "tests/loading/MappedFiles.h"
 #include "tests/support/ScratchFolder.h"
 
@@ -20,17 +20,23 @@ class LibraryFileTest : public testing::Test {
 // What the user is told; empty when the library was loaded and unloaded.
 std::string Refusal(const fs::path& file) {
   try {
-    embedded::LibraryLoader(file).Unload();
+    LibraryLoader(file).Unload();
   } catch (const std::runtime_error& error) {
     return error.what();
   }
   return {};
 }
 
+// "0.1": what the names of the libraries carry.
+std::string OwnVersion() {
+  const std::string version = HostVersion();
+  return version.substr(0, version.rfind('.'));
+}
+
 TEST_F(LibraryFileTest, WhatIsNoLibraryIsRefusedInOneSentence) {
   const struct {
     fs::path file;
-    const char* reason;
+    std::string reason;
   } cases[] = {
       {folder.Path() / "missing.so", "it must be a readable file."},
       {folder.Path(), "it must be a readable file."},
@@ -41,6 +47,9 @@ TEST_F(LibraryFileTest, WhatIsNoLibraryIsRefusedInOneSentence) {
       {"/proc/self/exe", "; it must be built for this application."},
       {TUV_PLUGINS "/libunresolved.so",
        "undefined symbol: _Z23MissingFromEveryLibraryv; it must be built for this application."},
+      {TUV_PLUGINS "/libfuture.so",
+       "it was built for libTuvHost.so.9.9 and this application has libTuvHost.so." + OwnVersion() +
+           "; use the library of the application's version."},
   };
   for (const auto& [file, reason] : cases) {
     const std::string refusal = Refusal(file);
@@ -48,7 +57,9 @@ TEST_F(LibraryFileTest, WhatIsNoLibraryIsRefusedInOneSentence) {
                 testing::StartsWith("The library " + file.string() + " cannot be loaded: "));
     EXPECT_THAT(refusal, testing::EndsWith(reason));
   }
-  EXPECT_FALSE(tests::IsMapped("libunresolved.so"));
+  for (const char* const name : {"libunresolved.so", "libTuvHost.so.9.9"}) {
+    EXPECT_FALSE(tests::IsMapped(name)) << name;
+  }
   EXPECT_THAT(Refusal(TUV_PLUGINS "/libpinned.so"), HasSubstr("forbids unloading"));
 }
 

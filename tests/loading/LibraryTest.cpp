@@ -3,10 +3,9 @@
 #include <optional>
 #include <utility>
 
-#include "embedded/Error.h"
-#include "embedded/loading/LibraryLoader.h"
 #include "embedded/model/Document.h"
 #include "host/component/Callbacks.h"
+#include "host/loading/LibraryLoader.h"
 #include "manufassly/TuvIUpdateManufAssly.h"
 #include "tests/loading/MappedFiles.h"
 #include "tests/support/ReferenceAudit.h"
@@ -16,7 +15,6 @@
 namespace {
 
 using embedded::Document;
-using embedded::LibraryLoader;
 using embedded::Owned;
 using testing::HasSubstr;
 
@@ -37,7 +35,7 @@ class LibraryTest : public tests::ReferenceAudit {
   std::string WhyInUse() {
     try {
       library->Unload();
-    } catch (const embedded::LibraryInUse& error) {
+    } catch (const LibraryInUse& error) {
       return error.what();
     }
     return {};
@@ -102,7 +100,7 @@ TEST_F(LibraryTest, StaysWhileItsObjectsLiveAndNamesThem) {
 }
 
 TEST_F(LibraryTest, IsNotLoadedTwiceAndOutlivesALoaderThatGoesWhileItIsInUse) {
-  EXPECT_THROW(LibraryLoader again(TUV_LIBRARY), embedded::InputError);
+  EXPECT_THROW(LibraryLoader again(TUV_LIBRARY), LibraryUnusable);
   EXPECT_TRUE(Update(*Process()));
   EXPECT_EXIT(
       {

@@ -193,6 +193,7 @@ TEST_F(WarningTest, WithoutFrameNothingIsShownAndWithoutCatalogTheTextsAreEmpty)
   EXPECT_EQ(line.Update().DisplayWarningWindow(names, message), E_FAIL);
   EXPECT_EQ(names, "A$B");
   tests::Desk other;
+  other.application.Catalogs().FallBackTo({});
   EXPECT_EQ(line.Update().DisplayWarningWindow(names, message), S_OK);
   ASSERT_EQ(other.dialogs.Shown().size(), 1u);
   EXPECT_EQ(other.dialogs.Shown()[0].title + other.dialogs.Shown()[0].message, "");

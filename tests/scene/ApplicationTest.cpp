@@ -141,6 +141,16 @@ TEST_F(ApplicationTest, SettingsMessagesAndEnvironmentAreTheApplications) {
   EXPECT_EQ(ZefMsgCatalog::BuildMessage("Cmd", "None", values, 2, "%2"), "b");
 }
 
+TEST_F(ApplicationTest, BringsItsCatalogsAndGivesBackToTheApplicationBeforeIt) {
+  EXPECT_TRUE(application->HasCatalog("TuvBIWUpdateManufAssemblyCmd"));
+  {
+    embedded::RecordedDialogs others;
+    embedded::Application second(others);
+    EXPECT_EQ(&HostApplication::Installed(), &second);
+  }
+  EXPECT_EQ(&HostApplication::Installed(), application.get());
+}
+
 TEST_F(ApplicationTest, AssembliesAreMadeInTheDocumentThatIsMeant) {
   tests::Plant other;
   Handle<TuvIMfgAssembly> made;

@@ -1,4 +1,4 @@
-#include "embedded/loading/LibraryLoader.h"
+#include "host/loading/LibraryLoader.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -13,13 +13,11 @@
 #include <typeinfo>
 #include <utility>
 
-#include "embedded/Error.h"
-#include "embedded/loading/LibraryFile.h"
+#include "host/HostVersion.h"
 #include "host/component/Callbacks.h"
 #include "host/component/Dictionary.h"
 #include "host/component/LiveObjects.h"
-
-namespace embedded {
+#include "host/loading/LibraryFile.h"
 
 namespace {
 
@@ -82,18 +80,31 @@ std::string NamesOfLiveObjects(const void* begin, const void* end) {
   return text;
 }
 
+// A library of another version would bring a libTuvHost of its own, whose objects look alike and
+// are laid out otherwise.
+void CheckVersion(const std::string& name) {
+  const std::string own = "libTuvHost.so." + std::to_string(kHostVersionMajor) + "." +
+                          std::to_string(kHostVersionMinor);
+  for (const std::string& needed : LibrariesNeededBy(name)) {
+    if (!needed.starts_with("libTuvHost.so") || needed == own) continue;
+    throw LibraryUnusable("The library " + name + " cannot be loaded: it was built for " + needed +
+                          " and this application has " + own +
+                          "; use the library of the application's version.");
+  }
+}
+
 }  // namespace
 
 LibraryLoader::LibraryLoader(const std::filesystem::path& iFile)
     : name_(std::filesystem::absolute(iFile).string()) {
-  CheckLibraryFile(name_);
+  CheckVersion(name_);
   if (IsInMemory(name_)) {
-    throw InputError("The library " + name_ + " is in memory already; load it once.");
+    throw LibraryUnusable("The library " + name_ + " is in memory already; load it once.");
   }
   handle_ = dlopen(name_.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle_) {
-    throw InputError("The library " + name_ + " cannot be loaded: " + LoadingError(name_) +
-                     "; it must be built for this application.");
+    throw LibraryUnusable("The library " + name_ + " cannot be loaded: " + LoadingError(name_) +
+                          "; it must be built for this application.");
   }
   const Place place = PlaceOf(handle_);
   begin_ = reinterpret_cast<const void*>(place.begin);
@@ -128,5 +139,3 @@ void LibraryLoader::Unload() {
 void* LibraryLoader::Find(const char* iSymbol) const {
   return handle_ ? dlsym(handle_, iSymbol) : nullptr;
 }
-
-}  // namespace embedded

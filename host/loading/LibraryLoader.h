@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace embedded {
+#include "host/loading/LibraryUnusable.h"
 
 // A library that cannot leave memory. The text is one sentence that says what keeps it there.
 class LibraryInUse : public std::runtime_error {
@@ -16,7 +16,8 @@ class LibraryInUse : public std::runtime_error {
 // is loaded ends with it, so that nothing leads into code that is gone.
 class LibraryLoader {
  public:
-  // InputError when the file is no library that fits this application, or is in memory already.
+  // LibraryUnusable when the file is no library that fits this application, was built for another
+  // version of host/, or is in memory already.
   explicit LibraryLoader(const std::filesystem::path& iFile);
   // A library that is in use stays in memory until the process ends, with all that it registered.
   ~LibraryLoader();
@@ -39,5 +40,3 @@ class LibraryLoader {
   const void* begin_ = nullptr;
   const void* end_ = nullptr;
 };
-
-}  // namespace embedded

@@ -1,0 +1,1 @@
+const char* HostVersion() { return "9.9.0"; }
