@@ -161,7 +161,6 @@ Status RunDemand(const Demand& demand, const Surroundings& surroundings, Console
   }
   const bool isScript = !demand.script.empty() && demand.script != "-";
   if (demand.script.empty() && surroundings.isTyped) {
-    session.KeepStepsAtOnce();
     Terminal user(session);
     RunShell(user, session, interpreter, console);
     return kDone;

@@ -68,6 +68,7 @@ embedded::Document& Session::Document() {
       throw embedded::InputError("there is no document " + File().string() + "; 'new' makes it");
     }
     ReadFile();
+    TellLost();
     Restore(history_.Text());
     if (const auto& lost = application_.Edited()->Lost()) {
       Warn("The plan is opened without its process database: " + lost->reason);
@@ -123,6 +124,10 @@ void Session::Save(bool iOverwrites) {
 
 void Session::ReadFile() { history_.Begin(file_.Exists() ? file_.Read() : std::string()); }
 
+void Session::TellLost() {
+  if (file_.Exists() && !std::exchange(hasToldLost_, true)) Steps().TellLost();
+}
+
 void Session::Restore(const std::string& text) {
   embedded::Owned<embedded::Document> document = embedded::ReadDocument(text, File().string());
   DropLabels();
@@ -153,6 +158,13 @@ History& Session::Steps() {
 void Session::Go(History::Move iMove) {
   Restore(iMove.text);
   history_.Take(std::move(iMove));
+  isChanged_ = !history_.IsSaved();
+}
+
+void Session::Recover(const History::Lost& iLost, bool iOverwrites) {
+  History::Move move = Steps().WayTo(iLost, iOverwrites);
+  Restore(move.text);
+  history_.Recover(iLost, std::move(move));
   isChanged_ = !history_.IsSaved();
 }
 

@@ -64,8 +64,13 @@ class Session {
   void TakeBack();
   // The steps that led here; it is there although the file may hold no document.
   History& Steps();
+  // Says once which steps a shell that has ended did not save.
+  void TellLost();
+  // Nobody wants what is not saved.
+  void Forsake() { history_.Forsake(); }
   // Goes there; nothing has changed when the text there is no document.
   void Go(History::Move iMove);
+  void Recover(const History::Lost& iLost, bool iOverwrites);
 
   // Has the assemblies follow the process from now on, or not; the document keeps the choice.
   void SwitchUpdate(bool iOn);
@@ -135,6 +140,7 @@ class Session {
   bool isChanged_ = false;
   bool staysAlone_ = false;
   bool isUnrecorded_ = false;
+  bool hasToldLost_ = false;
   bool isLeaving_ = false;
 };
 

@@ -121,7 +121,7 @@ class ShowHistory : public Command {
     const std::string activity = activity_.empty() ? "" : KeyOf(ioSession, activity_);
     Json steps = Json::array();
     for (const History::Entry& entry : ioSession.Steps().Entries()) {
-      const TouchedNames names = UnpackNames(entry.step.names);
+      const TouchedNames& names = entry.names;
       if (!weld_.empty() && !Has(names.welds, weld_)) continue;
       if (!activity.empty() && !Has(names.activities, activity)) continue;
       Json step = Describe(entry.step);
@@ -195,12 +195,100 @@ class ShowHistory : public Command {
   bool isCsv_ = false;
 };
 
+// The work that a word names, or else the only one.
+History::Lost Choose(const std::vector<History::Lost>& all, const std::string& word) {
+  if (all.empty()) throw embedded::InputError("no steps are there that were not saved");
+  if (word.empty() && all.size() == 1) return all.front();
+  std::vector<std::string> numbers;
+  for (const History::Lost& lost : all) {
+    numbers.push_back(std::to_string(lost.work.id));
+    if (numbers.back() == word) return lost;
+  }
+  throw embedded::InputError("give the number of the steps, one of " + Listed(numbers));
+}
+
+class RecoverSteps : public Command {
+ public:
+  void Declare(Syntax& ioSyntax) override {
+    ioSyntax.Optional(NameKind::Word, "N", number_, "Whose steps, when there are several.");
+    ioSyntax.Flag("--overwrite", isOverwriting_, "Also when the plan was changed after them.");
+  }
+
+  bool MayChange() const override { return true; }
+  Answer Run(Session& ioSession) override {
+    const History::Lost lost = Choose(ioSession.Steps().FindLost(), number_);
+    ioSession.Recover(lost, isOverwriting_);
+    return {{{"steps", lost.steps}, {"user", lost.work.worker.user}}};
+  }
+
+  std::string InWords(const Json& iData) const override {
+    return Counted(iData.at("steps").get<std::size_t>(), "step") + " recovered\n";
+  }
+
+ private:
+  std::string number_;
+  bool isOverwriting_ = false;
+};
+
+class DiscardSteps : public Command {
+ public:
+  void Declare(Syntax& ioSyntax) override {
+    ioSyntax.Optional(NameKind::Word, "N", number_, "Whose steps, when there are several.");
+  }
+
+  bool MayChange() const override { return true; }
+  Answer Run(Session& ioSession) override {
+    const History::Lost lost = Choose(ioSession.Steps().FindLost(), number_);
+    ioSession.Steps().Discard(lost);
+    return {{{"steps", lost.steps}, {"user", lost.work.worker.user}}};
+  }
+
+  std::string InWords(const Json& iData) const override {
+    return Counted(iData.at("steps").get<std::size_t>(), "step") + " dropped\n";
+  }
+
+ private:
+  std::string number_;
+};
+
+class HistorySettings : public Command {
+ public:
+  void Declare(Syntax& ioSyntax) override {
+    ioSyntax.Required(NameKind::Word, "N|off|status", word_, "How many steps are kept at most.");
+    ioSyntax.Note(
+        "The oldest go first, also when all take more than 64 MB. 'off' drops every step.");
+  }
+
+  bool MayChange() const override { return word_ != "status"; }
+  Answer Run(Session& ioSession) override {
+    History& history = ioSession.Steps();
+    if (word_ == "off") history.SetBound(0);
+    if (MayChange() && word_ != "off") history.SetBound(ParseCount("N", word_, 1));
+    const History::Bounds bounds = history.GetBounds();
+    return {{{"mostSteps", bounds.mostSteps}, {"steps", bounds.steps}, {"bytes", bounds.bytes}}};
+  }
+
+  std::string InWords(const Json& iData) const override {
+    const auto most = iData.at("mostSteps").get<std::size_t>();
+    if (most == 0) return "no history is kept\n";
+    return "the history keeps " + Counted(most, "step") + ", and has " +
+           std::to_string(iData.at("steps").get<std::int64_t>()) + " in " +
+           Counted(iData.at("bytes").get<std::size_t>(), "byte") + "\n";
+  }
+
+ private:
+  std::string word_;
+};
+
 }  // namespace
 
 void AddHistoryCommands(CommandTable& ioTable) {
   ioTable.Add<Undo>("undo", "Takes steps back, also those of earlier commands.");
   ioTable.Add<Redo>("redo", "Takes steps that were undone again.");
   ioTable.Add<ShowHistory>("history", "Lists the steps: when, who, which command.");
+  ioTable.Add<RecoverSteps>("recover", "Brings back steps that a shell did not save.");
+  ioTable.Add<DiscardSteps>("discard", "Drops steps that a shell did not save.");
+  ioTable.Add<HistorySettings>("settings history", "How many steps are kept.");
 }
 
 }  // namespace biwplan

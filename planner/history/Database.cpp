@@ -25,7 +25,8 @@ std::string Explain(int code, const char* message) {
     case SQLITE_CANTOPEN:
       return "cannot be opened or made";
     case SQLITE_FULL:
-      return "cannot grow because the disk is full";
+    case SQLITE_IOERR:
+      return "cannot be read or written; the disk may be full";
     default:
       return std::string("cannot be used: ") + message;
   }
@@ -57,6 +58,10 @@ Database::Database(const std::filesystem::path& iFile, Access iAccess) {
   try {
     Check(code);
     sqlite3_busy_timeout(database_, kBusyMilliseconds);
+    // Nothing in a file of unknown origin runs by itself.
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const char* const setting : {"PRAGMA trusted_schema = OFF", "PRAGMA cell_size_check = ON",
                                       // While the file is open the journal stays beside it: making
                                       // and removing it costs more than a step.
@@ -74,6 +79,14 @@ Database::~Database() { Close(); }
 void Database::Close() {
   for (const auto& [sql, statement] : statements_) sqlite3_finalize(statement);
   statements_.clear();
+  if (hasFailed_) {
+    // One that has failed may take the journal away although the file is to be mended with it.
+    const char* const name = sqlite3_db_filename(database_, "main");
+    const std::string file = name ? name : "";
+    sqlite3_close(std::exchange(database_, nullptr));
+    sqlite3_open_v2(file.c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_exec(database_, "PRAGMA journal_mode = PERSIST", nullptr, nullptr, nullptr);
+  }
   // Removes the journal, unless somebody else writes.
   sqlite3_busy_timeout(database_, 0);
   sqlite3_exec(database_, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
@@ -87,13 +100,16 @@ void Database::Check(int iCode) {
     case SQLITE_DONE:
       return;
     case SQLITE_NOMEM:
+      hasFailed_ = true;
       throw std::bad_alloc();
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
     case SQLITE_MISMATCH:
     case SQLITE_CONSTRAINT:
+      hasFailed_ = true;
       throw DamagedHistory();
     default:
+      hasFailed_ = true;
       throw DatabaseFault(Explain(iCode, sqlite3_errmsg(database_)));
   }
 }

@@ -38,6 +38,7 @@ class Database {
   void Close();
 
   sqlite3* database_ = nullptr;
+  bool hasFailed_ = false;
   std::unordered_map<const char*, sqlite3_stmt*> statements_;
 };
 

@@ -1,9 +1,11 @@
 #include "planner/history/History.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 #include "embedded/Error.h"
@@ -34,7 +36,22 @@ History::History(fs::path iPlan, Say iSay) : plan_(std::move(iPlan)), say_(std::
   work_.worker = ThisWorker();
 }
 
-History::~History() = default;
+History::~History() {
+  if (work_.id == 0) return;
+  try {
+    if (IsSaved()) Forsake();
+    if (work_.id == 0) return;
+    // Whoever comes next need not wait for the process to end.
+    Attempt([this] {
+      work_.worker.since = "ended";
+      Transaction transaction = file_->Begin();
+      file_->Keep(work_);
+      transaction.Commit();
+    });
+  } catch (const std::exception&) {
+    // The end of the process says the same.
+  }
+}
 
 bool History::Attempt(const std::function<void()>& action) {
   if (!isUsable_) return false;
@@ -86,14 +103,7 @@ std::string History::FileText() const {
 }
 
 void History::Begin(std::string iText) {
-  if (work_.id != 0) {
-    Attempt([this] {
-      Transaction transaction = file_->Begin();
-      file_->DropWork(work_.id);
-      transaction.Commit();
-    });
-  }
-  work_.id = 0;
+  Forsake();
   line_.own.clear();
   text_ = std::move(iText);
   digest_ = work_.baseDigest = DigestOf(text_);
@@ -109,8 +119,23 @@ void History::BeAt(std::int64_t number) {
 }
 
 void History::Open(Database::Access access) {
-  if (!file_) file_ = std::make_unique<HistoryFile>(path_, access);
   line_.saved = file_.get();
+  if (file_) return;
+  const bool isNew = !fs::exists(path_);
+  if (!isNew && !fs::is_regular_file(path_)) throw DatabaseFault("is no ordinary file");
+  file_ = std::make_unique<HistoryFile>(path_, access);
+  line_.saved = file_.get();
+  if (isNew) TakeOverRights();
+}
+
+// Whoever may write the plan may write its history, as far as that can be had.
+void History::TakeOverRights() const {
+  struct stat plan {};
+  if (::stat(plan_.c_str(), &plan) != 0) return;
+  constexpr mode_t kReadAndWrite = 0666;
+  if (::chown(path_.c_str(), static_cast<uid_t>(-1), plan.st_gid) != 0) return;
+  if (::chown(path_.c_str(), plan.st_uid, plan.st_gid) != 0) errno = 0;
+  ::chmod(path_.c_str(), plan.st_mode & kReadAndWrite);
 }
 
 void History::Attach() {
@@ -171,6 +196,13 @@ void History::NoteOutside() {
   PlanState state = file_->State();
   // Another one may have saved since the file was read.
   if (state.pending != 0 || FileText() != text_) return;
+  if (file_->Count(kSaved).steps == 0 && !file_->FindSnapshot()) {
+    // Nothing but the beginning was ever written; it begins here as well.
+    state.digest = work_.baseDigest;
+    file_->SetState(state);
+    transaction.Commit();
+    return BeAt(state.pointer);
+  }
   Step step = StepBetween(TextAt(state.pointer), text_);
   step.command = "changed by another program";
   step.isOutside = true;
@@ -197,7 +229,7 @@ void History::Found() {
 }
 
 void History::KeepOwn(Step& step) {
-  Attempt([&] {
+  isKept_ = Attempt([&] {
     Open(Database::Access::Create);
     Transaction transaction = file_->Begin();
     Found();
@@ -233,7 +265,7 @@ void History::Record(const std::string& iCommand, std::string iText) {
   step.number = last + 1;
   if (file_) Attempt([&] { step.number = std::max(step.number, file_->NextNumber()); });
   work_.branch = line_.branch;
-  if (isShell_) KeepOwn(step);
+  if (isShell_ || isKept_) KeepOwn(step);
   work_.current = step.number;
   digest_ = step.after;
   line_.own.push_back(std::move(step));
@@ -297,13 +329,14 @@ void History::Take(Move iMove) {
   text_ = std::move(iMove.text);
   work_.digest = digest_ = DigestOf(text_);
   work_.at = Now();
-  if (!isShell_ || !file_) return;
+  if (!(isShell_ || isKept_) || !file_) return;
   Attempt([this] {
     Transaction transaction = file_->Begin();
     work_.isShell = true;
     work_.branch = line_.own.empty() ? work_.base : line_.branch;
     file_->Keep(work_);
     transaction.Commit();
+    isKept_ = true;
   });
 }
 
@@ -325,6 +358,8 @@ void History::Join() {
 
 void History::BeforeSaving() {
   Attach();
+  const bool isSame = IsSaved() && line_.own.empty() && work_.current == work_.base;
+  if (isSame && DigestOf(FileText()) == digest_) return;
   Attempt([this] {
     Open(Database::Access::Create);
     Transaction founding = file_->Begin();
@@ -333,14 +368,14 @@ void History::BeforeSaving() {
     if (!FitsSaved()) Join();
     if (file_->State().mostSteps == 0) return;
     Transaction transaction = file_->Begin();
-    work_.isShell = isShell_;
+    work_.isShell = isShell_ || isKept_;
     work_.branch = line_.own.empty() ? work_.base : line_.branch;
     work_.digest = digest_;
     work_.at = Now();
     file_->Keep(work_);
     const std::int64_t current = work_.current;
     for (Step& step : line_.own) {
-      if (isShell_) break;
+      if (isKept_) break;
       const std::int64_t number = std::exchange(step.number, file_->Add(step, work_.id));
       if (number == current) work_.current = step.number;
     }
@@ -364,6 +399,7 @@ void History::AfterSaving() {
     transaction.Commit();
   });
   work_.id = 0;
+  isKept_ = false;
   BeAt(work_.current);
 }
 
@@ -374,10 +410,10 @@ void History::SavingFailed() {
     PlanState state = file_->State();
     state.pending = 0;
     file_->SetState(state);
-    if (!isShell_) file_->DropWork(work_.id);
+    if (!isKept_) file_->DropWork(work_.id);
     transaction.Commit();
   });
-  if (!isShell_) work_.id = 0;
+  if (!isKept_) work_.id = 0;
 }
 
 std::vector<History::Entry> History::Entries() {
@@ -386,13 +422,17 @@ std::vector<History::Entry> History::Entries() {
   Attempt([&] {
     if (!line_.saved) return;
     for (Step& step : line_.saved->StepsOf(kSaved, line_.own.empty() ? kLastStep : line_.branch)) {
-      entries.push_back({std::move(step), false, true});
+      entries.push_back({std::move(step), {}, false, true});
     }
   });
-  for (const Step& step : line_.own) entries.push_back({step, false, false});
+  for (const Step& step : line_.own) entries.push_back({step, {}, false, false});
   for (Entry& entry : entries) {
     entry.isUndone = work_.current != kNowhere && entry.step.number > work_.current;
   }
+  const bool isSound = Attempt([&] {
+    for (Entry& entry : entries) entry.names = UnpackNames(entry.step.names);
+  });
+  if (!isSound) entries.clear();
   return entries;
 }
 

@@ -11,6 +11,7 @@
 
 #include "planner/history/HistoryFile.h"
 #include "planner/history/Line.h"
+#include "planner/history/TouchedNames.h"
 
 namespace biwplan {
 
@@ -63,10 +64,40 @@ class History {
 
   struct Entry {
     Step step;
+    TouchedNames names;
     bool isUndone = false;
     bool isSaved = false;
   };
   std::vector<Entry> Entries();
+
+  // Steps that a shell which has ended did not save.
+  struct Lost {
+    Work work;
+    std::size_t steps = 0;
+  };
+  std::vector<Lost> FindLost();
+  // Says what is lost.
+  void TellLost();
+  // The plan with these steps, as a way from what the file holds. InputError when the file is
+  // another one than that to which the steps belong, unless they may then become one step.
+  Move WayTo(const Lost& iLost, bool iOverwrites);
+  // Goes that way; the steps are this one's own from now on.
+  void Recover(const Lost& iLost, Move iMove);
+  void Discard(const Lost& iLost);
+  // What is not saved can be recovered when this one ends.
+  bool KeepsUnsaved() const { return isKept_; }
+  // What is not saved is not wanted.
+  void Forsake();
+
+  // How many steps are kept at most, 0 for none, and what is there.
+  struct Bounds {
+    std::int64_t mostSteps = 0;
+    std::int64_t steps = 0;
+    std::int64_t bytes = 0;
+  };
+  Bounds GetBounds();
+  // InputError when it cannot be written.
+  void SetBound(std::int64_t iMostSteps);
 
  private:
   // False when the history cannot be used; that is said.
@@ -79,12 +110,14 @@ class History {
   // Reads where the plan stands, once.
   void Attach();
   void Open(Database::Access access);
+  void TakeOverRights() const;
   void Heal();
   void NoteOutside();
   std::string TextAt(std::int64_t number);
   // Writes the first entries of a new file.
   void Found();
   void KeepOwn(Step& step);
+  Line LineOf(const Work& work);
   bool FitsSaved();
   void Join();
   void BeAt(std::int64_t number);
@@ -99,6 +132,8 @@ class History {
   std::string text_;
   std::string digest_;
   bool isShell_ = false;
+  // The own steps are written already.
+  bool isKept_ = false;
   bool hasBegun_ = false;
   bool isAttached_ = false;
   bool isUsable_ = true;

@@ -137,6 +137,15 @@ std::vector<Step> HistoryFile::StepsOf(std::int64_t iWork, std::int64_t iUpTo) {
   return steps;
 }
 
+HistoryFile::Amount HistoryFile::Count(std::int64_t iWork, std::int64_t iAbove,
+                                       std::int64_t iUpTo) {
+  Statement row(database_,
+                "SELECT count(*), total(size) FROM step WHERE work = ?1 AND number > ?2 AND number "
+                "<= ?3",
+                iWork, iAbove, iUpTo);
+  return row.Next() ? Amount{row.Integer(0), row.Integer(1)} : Amount{0, 0};
+}
+
 std::int64_t HistoryFile::Add(const Step& iStep, std::int64_t iWork) {
   Statement(database_, "INSERT INTO step VALUES (NULL, ?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)",
             iWork, iStep.at, iStep.user, iStep.command, std::int64_t{iStep.isOutside}, iStep.names,
@@ -210,8 +219,7 @@ void HistoryFile::SetSnapshot(std::int64_t iNumber, const std::string& iText) {
 
 void HistoryFile::Trim(const std::string& iText) {
   PlanState state = State();
-  std::int64_t steps = Single(database_, "SELECT count(*) FROM step WHERE work = 0");
-  std::int64_t bytes = Single(database_, "SELECT total(size) FROM step WHERE work = 0");
+  auto [steps, bytes] = Count(kSaved);
   const bool isFull = steps > state.mostSteps || bytes > kMostBytes;
   for (Statement oldest(database_, "SELECT number, size FROM step WHERE work = 0 ORDER BY number");
        (steps > state.mostSteps || (bytes > kMostBytes && steps > 1)) && oldest.Next(); --steps) {
@@ -224,6 +232,11 @@ void HistoryFile::Trim(const std::string& iText) {
     SetState(state);
   }
   if (!IsSnapshotNear(state)) SetSnapshot(state.pointer, iText);
+}
+
+void HistoryFile::Clear() {
+  DropAbove(0, kSaved);
+  Statement(database_, "DELETE FROM snapshot").Run();
 }
 
 bool HistoryFile::IsSnapshotNear(const PlanState& state) {

@@ -62,6 +62,12 @@ class HistoryFile {
   std::optional<Step> First(std::int64_t iAbove, std::int64_t iUpTo = kLastStep);
   std::optional<Step> Last(std::int64_t iUpTo);
   std::vector<Step> StepsOf(std::int64_t iWork, std::int64_t iUpTo = kLastStep);
+  // How many are above the one number and not above the other, and how many bytes they take.
+  struct Amount {
+    std::int64_t steps;
+    std::int64_t bytes;
+  };
+  Amount Count(std::int64_t iWork, std::int64_t iAbove = 0, std::int64_t iUpTo = kLastStep);
   // The number that it gets.
   std::int64_t Add(const Step& iStep, std::int64_t iWork);
   void DropAbove(std::int64_t iNumber, std::int64_t iWork);
@@ -87,6 +93,8 @@ class HistoryFile {
   // Drops the oldest saved steps until there are no more than the state says, and makes a new
   // snapshot where steps would need it: `iText` is the plan at the state's pointer.
   void Trim(const std::string& iText);
+  // Drops every saved step and the snapshot.
+  void Clear();
   // Gives room back to the disk.
   void Shrink() { database_.Run("VACUUM"); }
 

@@ -17,7 +17,7 @@ std::string Across(const Step& step, const std::string& text, Direction directio
   if (DigestOf(text) != (isForward ? step.before : step.after)) {
     throw embedded::InputError("step " + std::to_string(step.number) +
                                " belongs to another state of the plan, which another program has "
-                               "changed meanwhile; leave, and begin again");
+                               "changed meanwhile; 'reload' takes that one");
   }
   std::string other = ApplyDelta(step.delta, text, direction);
   if (DigestOf(other) != (isForward ? step.after : step.before)) throw DamagedHistory();

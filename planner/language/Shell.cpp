@@ -1,5 +1,6 @@
 #include "planner/language/Shell.h"
 
+#include "embedded/Error.h"
 #include "planner/report/Printable.h"
 
 namespace biwplan {
@@ -17,14 +18,27 @@ bool SettleChanges(LineSource& user, Session& session, Interpreter& interpreter,
       "Save the changes to " + Printable(session.File().string()) + "? (yes, no, cancel) ");
   if (IsAnswer(answer, 'y')) return interpreter.Run({"save"}) != Outcome::Failed;
   if (answer && !IsAnswer(answer, 'n')) return false;
-  console.messages << "biwplan: the changes are not saved\n" << std::flush;
+  if (answer) session.Forsake();
+  const bool isKept = !answer && session.Steps().KeepsUnsaved();
+  console.messages << "biwplan: the changes are not saved"
+                   << (isKept ? "; 'recover' brings them back\n" : "\n") << std::flush;
   return true;
+}
+
+void TellLost(Session& session) {
+  try {
+    session.TellLost();
+  } catch (const embedded::InputError&) {
+    // The first command that needs the document says it.
+  }
 }
 
 }  // namespace
 
 void RunShell(LineSource& ioUser, Session& ioSession, Interpreter& ioInterpreter,
               Console& ioConsole) {
+  ioSession.KeepStepsAtOnce();
+  TellLost(ioSession);
   while (true) {
     const std::optional<std::string> line =
         ioUser.Ask(ioSession.IsChanged() ? "biwplan*> " : "biwplan> ");

@@ -1,10 +1,7 @@
-#include <algorithm>
-#include <cstdlib>
 #include <gmock/gmock.h>
 #include <random>
 
-#include "planner/report/Json.h"
-#include "tests/planner/Planner.h"
+#include "tests/history/Planned.h"
 
 namespace tests {
 namespace {
@@ -13,27 +10,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-class HistoryTest : public PlannerTest {
- protected:
-  HistoryTest() { Begin(); }
-
-  biwplan::Json Steps(const std::string& filters = {}) const {
-    return biwplan::Json::parse(Do("history --json " + filters).results).at("steps");
-  }
-  std::vector<std::string> Commands(const std::string& filters = {}) const {
-    std::vector<std::string> commands;
-    for (const auto& step : Steps(filters)) commands.push_back(step.at("command"));
-    return commands;
-  }
-  std::vector<std::string> Files() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
-      if (entry.path().extension() != ".csv") names.push_back(entry.path().filename());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-  }
-};
+using HistoryTest = HistoryFixture;
 
 TEST_F(HistoryTest, TellsWhoDidWhat) {
   Do("assign OP10 SW-1 SW-2");
@@ -124,10 +101,35 @@ TEST_F(HistoryTest, ReplacingAPlanIsAStep) {
   EXPECT_EQ(Bytes("door.json"), former);
 }
 
-// How often what is random is tried; a campaign multiplies it.
-int Times(int count) {
-  const char* const factor = std::getenv("TUV_CAMPAIGN");
-  return factor ? count * std::max(1, std::atoi(factor)) : count;
+TEST_F(HistoryTest, KeepsAsManyStepsAsIsSet) {
+  for (const char* const weld : {"SW-1", "SW-2", "SW-3"}) Do(std::string("assign OP10 ") + weld);
+  const struct {
+    std::string line;
+    int status;
+    std::size_t steps;
+    std::string says;
+  } cases[] = {
+      {"settings history status", 0, 4, "the history keeps 1000 steps, and has 4 in "},
+      {"settings history 2", 0, 2, "the history keeps 2 steps, and has 2 in "},
+      {"assign OP20 SW-1", 0, 2, "1 weld assigned"},
+      {"undo 9", 0, 2, "undone: step 5: assign OP20 SW-1\nundone: step 4: assign OP10 SW-3\n"},
+      {"redo", 0, 2, "redone: step 4"},
+      {"settings history 1", 0, 1, "the history keeps 1 step,"},
+      {"settings history 0", 2, 1, ""},
+      {"settings history", 2, 1, ""},
+      {"settings history off", 0, 0, "no history is kept\n"},
+      {"assign OP30 SM-1", 0, 0, "1 weld assigned"},
+      {"undo", 1, 0, "nothing is there"},
+      {"settings history 5", 0, 0, "the history keeps 5 steps"},
+      {"unassign OP30 SM-1", 0, 1, "1 weld unassigned"},
+      {"undo", 0, 1, "undone: step"},
+  };
+  for (const auto& each : cases) {
+    const Spoken spoken = Do(each.line);
+    EXPECT_EQ(spoken.status, each.status) << each.line << spoken.messages;
+    EXPECT_THAT(spoken.results, testing::StartsWith(each.says)) << each.line;
+    EXPECT_EQ(Steps().size(), each.steps) << each.line;
+  }
 }
 
 TEST_F(HistoryTest, UndoesAndRedoesWholeSequences) {
