@@ -82,7 +82,7 @@ class Upstream {
 
   void Repeat(const Found& found) {
     for (int i = found.first; i <= found.last; ++i) {
-      const ZefBaseUnknown_var item = items_[i];
+      const ZefISPPItem_var item = items_[i];
       items_.Append(item);
     }
   }

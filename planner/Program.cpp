@@ -7,10 +7,12 @@
 
 #include "embedded/Error.h"
 #include "embedded/storage/OrdinaryFile.h"
+#include "host/component/Interruption.h"
 #include "host/component/ZefTrace.h"
 #include "planner/Resources.h"
 #include "planner/Session.h"
 #include "planner/language/CommandTable.h"
+#include "planner/language/CtrlC.h"
 #include "planner/language/Interpreter.h"
 #include "planner/language/Script.h"
 #include "planner/language/Shell.h"
@@ -138,6 +140,7 @@ bool RunFile(const Demand& demand, Session& session, Interpreter& interpreter) {
 
 // A script that keeps going keeps what succeeded.
 Status SaveAfter(bool isSuccess, bool keepsGoing, Session& session, Console& console) {
+  if (Interruption::IsRequested() && session.IsChanged()) throw Interrupted();
   const bool isKept = isSuccess || keepsGoing;
   if (session.IsChanged() && isKept) session.Save();
   if (session.IsChanged()) {
@@ -161,6 +164,7 @@ Status RunDemand(const Demand& demand, const Surroundings& surroundings, Console
   }
   const bool isScript = !demand.script.empty() && demand.script != "-";
   if (demand.script.empty() && surroundings.isTyped) {
+    LetShellGoOn();
     Terminal user(session);
     RunShell(user, session, interpreter, console);
     return kDone;
@@ -205,12 +209,22 @@ Status Fail(Console& console, const std::string& what) {
   return kBad;
 }
 
+// Nothing of a wish to end is left when the program has ended.
+struct Granted {
+  ~Granted() { Interruption::Forget(); }
+};
+
 }  // namespace
 
 int RunProgram(const std::vector<std::string>& iArguments, const Surroundings& iSurroundings,
                Console& ioConsole) {
+  const Granted granted;
   try {
     return Run(iArguments, iSurroundings, ioConsole);
+  } catch (const Interrupted&) {
+    ioConsole.results.flush();
+    ioConsole.messages << "biwplan: interrupted; what was not saved is dropped\n";
+    return kInterruptedStatus;
   } catch (const std::bad_alloc&) {
     return Fail(ioConsole, "the memory does not suffice");
   } catch (const std::exception& error) {

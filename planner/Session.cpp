@@ -7,6 +7,7 @@
 #include "embedded/dialog/ConsoleDialogs.h"
 #include "embedded/storage/DocumentFile.h"
 #include "embedded/storage/FileReplacement.h"
+#include "host/component/Interruption.h"
 #include "host/component/ZefTrace.h"
 #include "planner/import/RowFault.h"
 #include "planner/report/Printable.h"
@@ -110,6 +111,7 @@ void Session::Save(bool iOverwrites) {
   Document();
   Record("save");
   const PlanFile::Alone alone(file_);
+  const Interruption::Deferral whole;
   if (!iOverwrites) file_.RequireKnown();
   history_.BeforeSaving();
   try {

@@ -8,17 +8,20 @@
 #include "embedded/processdb/Schema.h"
 #include "embedded/processdb/Sqlite.h"
 #include "host/component/FaultPoint.h"
+#include "host/component/Interruption.h"
 
 namespace embedded {
 
 namespace {
 
-// Runs what answers a host operation: whatever goes wrong is E_FAIL.
+// Runs what answers a host operation: whatever goes wrong is E_FAIL, but not an interruption.
 template <class Read>
-HRESULT Answer(const Read& read) noexcept {
+HRESULT Answer(const Read& read) {
   if (FaultPoint::Strikes()) return E_FAIL;
   try {
     return read();
+  } catch (const Interrupted&) {
+    throw;
   } catch (...) {
     return E_FAIL;
   }

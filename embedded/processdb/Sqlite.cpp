@@ -6,12 +6,15 @@
 
 #include "embedded/Error.h"
 #include "embedded/storage/OrdinaryFile.h"
+#include "host/component/Interruption.h"
 
 namespace embedded {
 
 namespace {
 
 constexpr int kBusyMilliseconds = 2000;
+constexpr int kPauseMilliseconds = 20;
+constexpr int kStepsBetweenLooks = 10'000;
 constexpr int kLongestText = 1 << 20;
 
 // What is wrong with the file and what would be right, in words that follow its name.
@@ -43,6 +46,16 @@ std::string Explain(int code, const char* message) {
   }
 }
 
+int WantsToEnd(void*) { return Interruption::IsRequested() && !Interruption::IsDeferred() ? 1 : 0; }
+
+// Waits for another program that writes; 0 gives up.
+int Wait(void*, int attempt) {
+  constexpr int kPauses = kBusyMilliseconds / kPauseMilliseconds;
+  if (attempt >= kPauses || WantsToEnd(nullptr)) return 0;
+  sqlite3_sleep(kPauseMilliseconds);
+  return 1;
+}
+
 int Flags(Connection::Mode mode) {
   const int create = mode == Connection::Mode::Create ? SQLITE_OPEN_CREATE : 0;
   return SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE | create;
@@ -58,6 +71,7 @@ Connection::Connection(const std::filesystem::path& iFile, Mode iMode) : name_(i
   try {
     Check(code);
     BePatient(true);
+    sqlite3_progress_handler(database_, kStepsBetweenLooks, WantsToEnd, nullptr);
     sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLongestText);
     Run("PRAGMA foreign_keys = ON");
     Run("PRAGMA trusted_schema = OFF");
@@ -82,6 +96,7 @@ void Connection::Fail(const std::string& iWhat) const {
 
 void Connection::Check(int iCode) {
   if (iCode == SQLITE_OK || iCode == SQLITE_ROW || iCode == SQLITE_DONE) return;
+  if (iCode == SQLITE_INTERRUPT) Interruption::Check();
   if (iCode == SQLITE_NOMEM) throw std::bad_alloc();
   Fail(Explain(iCode, sqlite3_errmsg(database_)));
 }
@@ -89,7 +104,7 @@ void Connection::Check(int iCode) {
 void Connection::BePatient(bool patient) {
   if (patient == isPatient_) return;
   isPatient_ = patient;
-  sqlite3_busy_timeout(database_, patient ? kBusyMilliseconds : 0);
+  sqlite3_busy_handler(database_, patient ? Wait : nullptr, nullptr);
 }
 
 int Connection::Step(sqlite3_stmt* iStatement) {

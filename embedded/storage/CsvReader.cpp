@@ -6,6 +6,7 @@
 
 #include "embedded/Error.h"
 #include "embedded/storage/Utf8.h"
+#include "host/component/Interruption.h"
 
 namespace embedded {
 
@@ -97,6 +98,7 @@ void CsvReader::SkipByteOrderMark() {
 
 // Steps over comments and empty lines; false at the end.
 bool CsvReader::FindRow() {
+  Interruption::Check();
   for (int c = Peek(); c >= 0; c = Peek()) {
     if (TakeLineEnd()) continue;
     if (!options_.comments || (c != '#' && c != '$')) return true;

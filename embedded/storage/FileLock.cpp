@@ -8,6 +8,7 @@
 
 #include "embedded/storage/FileCalls.h"
 #include "embedded/storage/LockHolder.h"
+#include "host/component/Interruption.h"
 
 namespace embedded {
 
@@ -67,6 +68,7 @@ FileLock::State FileLock::Take(const std::filesystem::path& iFile,
                                std::chrono::milliseconds iWait) {
   const auto end = std::chrono::steady_clock::now() + iWait;
   while (Try(iFile) == State::Busy && std::chrono::steady_clock::now() < end) {
+    Interruption::Check();
     std::this_thread::sleep_for(kPause);
   }
   if (state_ == State::Busy) {

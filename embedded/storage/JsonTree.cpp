@@ -9,6 +9,7 @@
 #include "embedded/storage/JsonLimits.h"
 #include "embedded/storage/JsonText.h"
 #include "embedded/storage/Utf8.h"
+#include "host/component/Interruption.h"
 
 namespace embedded {
 
@@ -93,6 +94,7 @@ JsonTree::Node JsonTree::Builder::NewNode(Type type, double number) const {
 }
 
 bool JsonTree::Builder::Add(Type type, double number) {
+  Interruption::Check();
   if (tree_.nodes_.size() >= limits_.values) {
     FailHere("the text has more than " + std::to_string(limits_.values) +
              " values; split the document");
@@ -265,6 +267,7 @@ bool JsonValue::Flag() const {
 }
 
 JsonValue::Range JsonValue::Inside(JsonTree::Type type, const char* what) const {
+  Interruption::Check();
   if (Self().type != type) Fail(what);
   return {{*tree_, index_ + 1}, {*tree_, Self().end}};
 }

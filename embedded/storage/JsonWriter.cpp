@@ -9,6 +9,7 @@
 #include "embedded/Error.h"
 #include "embedded/storage/JsonText.h"
 #include "embedded/storage/Utf8.h"
+#include "host/component/Interruption.h"
 
 namespace embedded {
 
@@ -36,6 +37,7 @@ void JsonWriter::BreakLine() {
 }
 
 void JsonWriter::Separate() {
+  Interruption::Check();
   if (std::exchange(isAfterKey_, false)) return;
   const bool isFirst = std::exchange(isFirst_, false);
   if (!isFirst) json_ += depth_ > kDepthOfLines ? ", " : ",";

@@ -1,20 +1,33 @@
 #include "host/component/FaultPoint.h"
 
-bool FaultPoint::armed_ = false;
+#include "host/component/Interruption.h"
+
+std::atomic<unsigned> FaultPoint::watched_ = 0;
 bool FaultPoint::allAfter_ = false;
 long FaultPoint::remaining_ = 0;
 long FaultPoint::struck_ = 0;
 
+void FaultPoint::Watch(Reason reason, bool isOn) noexcept {
+  if (isOn) {
+    watched_.fetch_or(reason, std::memory_order_relaxed);
+  } else {
+    watched_.fetch_and(~static_cast<unsigned>(reason), std::memory_order_relaxed);
+  }
+}
+
 void FaultPoint::Arm(long iNth, bool iAllAfter) {
-  armed_ = true;
   allAfter_ = iAllAfter;
   remaining_ = iNth;
   struck_ = 0;
+  Watch(kFaults, true);
 }
 
-void FaultPoint::Disarm() { armed_ = false; }
+void FaultPoint::Disarm() { Watch(kFaults, false); }
 
-bool FaultPoint::CountDown() {
+bool FaultPoint::React() {
+  const unsigned watched = watched_.load(std::memory_order_relaxed);
+  if (watched & kInterruption) Interruption::Pass();
+  if (!(watched & kFaults)) return false;
   if (remaining_ > 0) --remaining_;
   if (remaining_ > 0) return false;
   if (struck_ > 0 && !allAfter_) return false;

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "embedded/model/ItemLink.h"
+#include "host/component/Interruption.h"
 #include "host/values/Each.h"
 
 namespace biwplan {
@@ -144,6 +145,7 @@ std::vector<const Activity*> ConsumersOf(const MfgAssembly& iAssembly) {
 std::vector<AssemblyFinding> CheckAssemblies(const embedded::Document& iDocument) {
   std::vector<AssemblyFinding> findings;
   for (const auto& activity : iDocument.Activities()) {
+    Interruption::Check();
     if (!activity->IsStation() || activity->Outputs().size() != 1) continue;
     const auto* const assembly =
         ObjectAs<MfgAssembly>(activity->Outputs().front()->OwnProduct().Get());

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <unordered_map>
 
+#include "host/component/Interruption.h"
 #include "host/values/Each.h"
 #include "services/TuvBIWServices.h"
 
@@ -158,6 +159,7 @@ class Answers {
 
   // Answers the questions about up to 64 parts, from `next` on; the position behind them.
   Position AnswerBlock(Position next, Position end) {
+    Interruption::Check();
     std::vector<Identity> parts;
     Position last = next;
     for (; last != end; ++last) {

@@ -7,6 +7,8 @@
 #include <tuple>
 #include <utility>
 
+#include "host/component/Interruption.h"
+
 namespace biwplan {
 
 namespace {
@@ -31,6 +33,7 @@ std::vector<NearPair> FindNearPairs(const std::vector<std::array<double, 3>>& iP
   const Tree tree(entries);
   std::vector<NearPair> pairs;
   for (const Entry& entry : entries) {
+    Interruption::Check();
     // The point itself is among its nearest ones.
     for (auto near = tree.qbegin(index::nearest(entry.first, iMost + 1)); near != tree.qend();
          ++near) {

@@ -1,7 +1,9 @@
 #include <filesystem>
+#include <optional>
 
 #include "embedded/Error.h"
 #include "embedded/scene/SceneText.h"
+#include "host/component/Interruption.h"
 #include "host/visu/Visu.h"
 #include "planner/Session.h"
 #include "planner/commands/Commands.h"
@@ -92,11 +94,16 @@ class Preview : public Command {
 
   Answer Run(Session& ioSession) override {
     const ZefListValZefBaseUnknown_var items = Items(ioSession);
+    // The window asks the host when it goes.
+    std::optional<Interruption::Deferral> whole;
     const auto window = Make<TuvBIWPreviewWindow>(ioSession.Application().CurrentEditor(),
                                                   static_cast<unsigned char>(hasOwnScene_));
     window->Visualize(items, IID_ZefI3DGeoVisu);
     window->VisuWithReframeOnItems(items);
-    return WriteFile(ioSession, dynamic_cast<embedded::Viewer&>(*window->GetViewer()), file_);
+    Answer answer =
+        WriteFile(ioSession, dynamic_cast<embedded::Viewer&>(*window->GetViewer()), file_);
+    whole.emplace();
+    return answer;
   }
 
   std::string InWords(const Json& iData) const override { return FileInWords(iData); }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "embedded/model/ItemLink.h"
+#include "host/component/Interruption.h"
 #include "planner/check/AssemblyCheck.h"
 #include "planner/flow/Conflicts.h"
 #include "planner/names/Items.h"
@@ -31,7 +32,10 @@ class Drawing {
     }
     Nest();
     for (const FlowChart::Box& box : chart_.boxes) AddFlows(*box.activity);
-    for (const FlowChart::Box& box : chart_.boxes) HandOn(*box.activity);
+    for (const FlowChart::Box& box : chart_.boxes) {
+      Interruption::Check();
+      HandOn(*box.activity);
+    }
     MarkConflicts();
     CountWelds();
     return std::move(chart_);

@@ -5,18 +5,21 @@
 #include <csignal>
 #include <fcntl.h>
 #include <graphviz/gvc.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "embedded/Error.h"
+#include "host/component/Interruption.h"
 
 namespace biwplan {
 
 namespace {
 
 constexpr rlim_t kMostSeconds = 60;
+constexpr int kPause = 50;  // ms
 
 void Write(int pipe, const char* bytes, std::size_t count) {
   while (count > 0) {
@@ -32,7 +35,8 @@ void Write(int pipe, const char* bytes, std::size_t count) {
 [[noreturn]] void DrawInto(int pipe, const std::string& dot, const std::string& format) {
   const int nowhere = ::open("/dev/null", O_RDWR);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nowhere, stream);
-  for (const int signal : {SIGSEGV, SIGABRT, SIGFPE, SIGBUS, SIGXCPU}) std::signal(signal, SIG_DFL);
+  for (const int signal : {SIGINT, SIGSEGV, SIGABRT, SIGFPE, SIGBUS, SIGXCPU})
+    std::signal(signal, SIG_DFL);
   // Whoever waits for the picture may be interrupted.
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   const rlimit seconds{kMostSeconds, kMostSeconds + 5};
@@ -55,10 +59,14 @@ void Write(int pipe, const char* bytes, std::size_t count) {
   ::_exit(0);
 }
 
+// Nothing when the user has had enough.
 std::string ReadAll(int pipe) {
   std::string bytes;
   std::array<char, 65536> block{};
   while (true) {
+    pollfd readable{pipe, POLLIN, 0};
+    if (::poll(&readable, 1, kPause) <= 0 && !Interruption::IsRequested()) continue;
+    if (Interruption::IsRequested()) return {};
     const ssize_t count = ::read(pipe, block.data(), block.size());
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return bytes;
@@ -85,7 +93,9 @@ std::string Draw(const std::string& iDot, const std::string& iFormat) {
   ::close(ends[1]);
   std::string bytes = process > 0 ? ReadAll(ends[0]) : "";
   ::close(ends[0]);
+  if (process > 0 && Interruption::IsRequested()) ::kill(process, SIGKILL);
   const int status = process > 0 ? WaitFor(process) : -1;
+  Interruption::Check();
   if (status == 0) return bytes;
   const bool isSlow = status > 0 && WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU;
   throw embedded::InputError(

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "embedded/Error.h"
+#include "host/component/Interruption.h"
 #include "planner/import/RowFault.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
@@ -54,6 +55,7 @@ Outcome Interpreter::Fail(const std::string& place, const std::string& what,
 Outcome Interpreter::Run(const std::vector<std::string>& words, const std::string& place,
                          const std::string& typed) {
   if (words.empty()) return Outcome::Yes;
+  const Interruption::Scope scope;
   try {
     return Perform(words, typed) ? Outcome::Yes : Outcome::No;
   } catch (const std::bad_alloc&) {
@@ -88,15 +90,33 @@ Answer Interpreter::Carry(Command& command, const std::string& typed) {
     Answer answer = command.Run(session_);
     assert(command.MayChange() || wasChanged || !session_.IsChanged());
     session_.Record(typed);
-    if (savesAtOnce_ && session_.IsChanged()) session_.Save();
+    if (savesAtOnce_ && session_.IsChanged()) {
+      session_.Save();
+      // What is saved is answered as saved.
+      Interruption::Forget();
+    }
     return answer;
-  } catch (...) {
+  } catch (const Interrupted&) {
+    if (goesOn_) TakeAllBack(command);
+    throw;
+  } catch (const embedded::InputError&) {
     session_.TakeBack();
+    throw;
+  } catch (...) {
+    TakeAllBack(command);
     throw;
   }
 }
 
+void Interpreter::TakeAllBack(const Command& command) {
+  // What ended in the middle of a change has not said so.
+  if (command.MayChange() && session_.HasDocument()) session_.Changed();
+  const Interruption::Deferral whole;
+  session_.TakeBack();
+}
+
 bool Interpreter::Perform(const std::vector<std::string>& words, const std::string& typed) {
+  Interruption::Check();
   const CommandEntry& entry = CommandTable::All().Require(words);
   const std::unique_ptr<Command> command = entry.make();
   Syntax syntax(entry.verb, entry.summary);

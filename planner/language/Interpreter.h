@@ -20,8 +20,10 @@ class Interpreter {
 
   // Each command's changes are saved before it is answered.
   void SaveAtOnce() { savesAtOnce_ = true; }
+  // Somebody goes on with the document after what ends in the middle.
+  void GoOn() { goesOn_ = true; }
   // A failure is printed, with the place in front, and leaves the document as it was. Nothing to
-  // run counts as Yes.
+  // run counts as Yes. Interrupted passes.
   Outcome Run(const std::vector<std::string>& iWords) { return Run(iWords, {}, InOneLine(iWords)); }
   Outcome RunLine(std::string_view iLine, const std::string& iPlace = {});
   // Shows a line of a script, comments too, where that is wanted and people read the results.
@@ -34,12 +36,15 @@ class Interpreter {
   bool Perform(const std::vector<std::string>& words, const std::string& typed);
   // Runs it and has what it changed in the history, or neither.
   Answer Carry(Command& command, const std::string& typed);
+  // The plan as it was before a command that ended anywhere.
+  void TakeAllBack(const Command& command);
   Outcome Fail(const std::string& place, const std::string& what,
                const std::vector<std::string>& words = {});
 
   Session& session_;
   Console& console_;
   bool savesAtOnce_ = false;
+  bool goesOn_ = false;
 };
 
 }  // namespace biwplan

@@ -1,6 +1,7 @@
 #include "planner/language/Shell.h"
 
 #include "embedded/Error.h"
+#include "host/component/Interruption.h"
 #include "planner/report/Printable.h"
 
 namespace biwplan {
@@ -33,17 +34,31 @@ void TellLost(Session& session) {
   }
 }
 
+void RunInterruptibly(const std::string& line, Interpreter& interpreter, Session& session,
+                      Console& console) {
+  // What was pressed before is no answer to this line.
+  Interruption::Forget();
+  try {
+    interpreter.RunLine(line);
+  } catch (const Interrupted&) {
+    session.TakeWarnings();
+    console.messages << "biwplan: interrupted; the plan is as it was before\n" << std::flush;
+  }
+  Interruption::Forget();
+}
+
 }  // namespace
 
 void RunShell(LineSource& ioUser, Session& ioSession, Interpreter& ioInterpreter,
               Console& ioConsole) {
   ioSession.KeepStepsAtOnce();
   TellLost(ioSession);
+  ioInterpreter.GoOn();
   while (true) {
     const std::optional<std::string> line =
         ioUser.Ask(ioSession.IsChanged() ? "biwplan*> " : "biwplan> ");
     if (line && line->find_first_not_of(" \t") != std::string::npos) ioUser.Remember(*line);
-    if (line) ioInterpreter.RunLine(*line);
+    if (line) RunInterruptibly(*line, ioInterpreter, ioSession, ioConsole);
     if (line && !ioSession.IsLeaving()) continue;
     if (SettleChanges(ioUser, ioSession, ioInterpreter, ioConsole)) return;
     ioSession.Stay();

@@ -1,7 +1,6 @@
 #include "planner/language/Terminal.h"
 
 #include <clocale>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -110,7 +109,6 @@ struct Terminal::Editor {
 };
 
 Terminal::Terminal(Session& ioSession) {
-  std::signal(SIGINT, SIG_IGN);
   std::setlocale(LC_CTYPE, "");
   editor_ = std::make_unique<Editor>(ioSession);
 }

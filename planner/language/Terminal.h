@@ -7,7 +7,7 @@
 namespace biwplan {
 
 // A terminal with line editing, completion, and a history that the next session finds again.
-// Ctrl-C drops the line; it ends nothing.
+// Ctrl-C drops the line.
 class Terminal : public LineSource {
  public:
   explicit Terminal(Session& ioSession);

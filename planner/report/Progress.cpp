@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/component/Interruption.h"
 #include "planner/report/Printable.h"
 
 namespace biwplan {
@@ -27,6 +28,7 @@ Progress::~Progress() {
 }
 
 void Progress::Advance(std::size_t iSteps) {
+  Interruption::Check();
   done_ = std::min(done_ + iSteps, total_);
   if (!terminal_ || (done_ - lastLook_) * 1000 < total_) return;
   lastLook_ = done_;

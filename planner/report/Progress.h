@@ -20,6 +20,7 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
+  // Raises Interrupted when the user wishes it.
   void Advance(std::size_t iSteps = 1);
 
  private:

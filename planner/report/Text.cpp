@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+#include "host/component/Interruption.h"
+
 namespace biwplan {
 
 namespace {
@@ -84,6 +86,7 @@ std::string Number(double iNumber) {
 }
 
 void Table::Add(const std::vector<std::string>& iCells) {
+  Interruption::Check();
   std::vector<std::string>& row = rows_.emplace_back();
   for (const std::string& cell : iCells) row.push_back(Printable(cell));
 }

@@ -6,6 +6,7 @@
 
 #include "embedded/Error.h"
 #include "embedded/model/ProductWalk.h"
+#include "host/component/Interruption.h"
 #include "host/product/Product.h"
 
 namespace biwplan {
@@ -57,6 +58,7 @@ void ShownParts::Add(ZefBaseUnknown* iObject, const ZefMathTransformation& iMove
                      std::optional<Colour> iColour) {
   std::vector<Open> open{{iObject, iMove, iColour}};
   while (!open.empty()) {
+    Interruption::Check();
     Open next = std::move(open.back());
     open.pop_back();
     next.isHighlighted = next.isHighlighted || highlighted_.contains(next.object);
