@@ -5,17 +5,31 @@
 
 #include "embedded/dialog/InstalledCatalogs.h"
 #include "embedded/scene/Place.h"
+#include "host/component/Allocation.h"
 #include "host/component/FaultPoint.h"
 
 namespace embedded {
 
+namespace {
+
+// With all that it is made of: without it nothing works.
+template <class T, class... Arguments>
+Handle<T> MakeWhole(Arguments&&... arguments) {
+  const long failed = CountFailedAllocations();
+  Handle<T> made = Make<T>(std::forward<Arguments>(arguments)...);
+  if (CountFailedAllocations() != failed) throw std::bad_alloc();
+  return made;
+}
+
+}  // namespace
+
 Application::Application(DialogPresenter& iDialogs)
     : dialogs_(iDialogs),
-      editor_(Make<Editor>()),
+      editor_(MakeWhole<Editor>()),
       current_(editor_),
-      frame_(Make<WindowFrame>()),
-      layout_(Make<Layout>(*frame_)),
-      visManager_(Make<embedded::VisManager>()) {
+      frame_(MakeWhole<WindowFrame>()),
+      layout_(MakeWhole<Layout>(*frame_)),
+      visManager_(MakeWhole<embedded::VisManager>()) {
   MainViewer().ShowSetsOf(*editor_);
   catalogs_.FallBackTo(InstalledCatalogs());
   Install(this);
@@ -110,6 +124,7 @@ HRESULT Application::CreateMfgAssembly(ZefDocument* iDocument, TuvIMfgAssembly**
     *oAssembly = Handle<TuvIMfgAssembly>(assembly->Identity()).Detach();
     return S_OK;
   } catch (const std::bad_alloc&) {
+    NoteFailedAllocation();
     return E_FAIL;
   }
 }

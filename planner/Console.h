@@ -1,10 +1,13 @@
 #pragma once
 
 #include <ostream>
+#include <string_view>
 
 #include "planner/report/PrintableStream.h"
 
 namespace biwplan {
+
+inline constexpr std::string_view kMemoryEnds = "biwplan: the memory does not suffice\n";
 
 // Where the program speaks to: results on one stream, messages on the other. Whatever is written
 // there, names of files and of what is planned included, does nothing to a terminal.
@@ -15,7 +18,10 @@ struct Console {
 
   PrintableStream results;
   PrintableStream messages;
-  // Where the messages go, for bars of progress alone.
+  // Says that the memory does not suffice, which needs none.
+  void TellMemoryEnds();
+
+  // Where the messages go, for bars of progress and for what must not want for memory.
   std::ostream& terminal;
   // A user watches the messages.
   bool isWatched;

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <fstream>
+#include <new>
 
 #include "embedded/Error.h"
 #include "embedded/storage/OrdinaryFile.h"
@@ -206,6 +207,7 @@ Status Fail(Console& console, const std::string& what) {
     console.results << PrintableJson(object) << '\n' << std::flush;
   }
   console.messages << "biwplan: " << what << '\n';
+  if (!console.messages) console.TellMemoryEnds();
   return kBad;
 }
 
@@ -214,22 +216,33 @@ struct Granted {
   ~Granted() { Interruption::Forget(); }
 };
 
+Status RunOrTell(const std::vector<std::string>& arguments, const Surroundings& surroundings,
+                 Console& console) {
+  try {
+    return Run(arguments, surroundings, console);
+  } catch (const std::bad_alloc&) {
+    return Fail(console, "the memory does not suffice");
+  } catch (const std::exception& error) {
+    return Fail(console, Printable(error.what()));
+  }
+}
+
 }  // namespace
 
 int RunProgram(const std::vector<std::string>& iArguments, const Surroundings& iSurroundings,
                Console& ioConsole) {
   const Granted granted;
   try {
-    return Run(iArguments, iSurroundings, ioConsole);
+    return RunOrTell(iArguments, iSurroundings, ioConsole);
   } catch (const Interrupted&) {
     ioConsole.results.flush();
     ioConsole.messages << "biwplan: interrupted; what was not saved is dropped\n";
     return kInterruptedStatus;
   } catch (const std::bad_alloc&) {
-    return Fail(ioConsole, "the memory does not suffice");
-  } catch (const std::exception& error) {
-    return Fail(ioConsole, Printable(error.what()));
+    // Nor for what was to be told.
+    ioConsole.TellMemoryEnds();
   }
+  return kBad;
 }
 
 }  // namespace biwplan

@@ -1,6 +1,7 @@
 #include "planner/Session.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "embedded/Error.h"
@@ -50,10 +51,7 @@ Session::Traces::~Traces() { DivertTraces({}); }
 
 Session::Session(std::filesystem::path iFile, Console& ioConsole)
     : console_(ioConsole),
-      file_(std::move(iFile),
-            [this](const std::string& text) {
-              console_.messages << "biwplan: " << Printable(text) << std::endl;
-            }),
+      file_(std::move(iFile), [this](const std::string& text) { Remark(text); }),
       traces_(console_),
       dialogs_(console_),
       application_(dialogs_),
@@ -61,7 +59,22 @@ Session::Session(std::filesystem::path iFile, Console& ioConsole)
         console_.messages << "biwplan: " << Printable(sentence) << '\n' << std::flush;
       }) {}
 
-Session::~Session() { DropLabels(); }
+// What is told was done: it does not fail for want of words.
+void Session::Remark(const std::string& text) {
+  try {
+    console_.messages << "biwplan: " << Printable(text) << std::endl;
+  } catch (const std::bad_alloc&) {
+    console_.TellMemoryEnds();
+  }
+}
+
+Session::~Session() {
+  try {
+    DropLabels();
+  } catch (const std::bad_alloc&) {
+    // They end with the view.
+  }
+}
 
 embedded::Document& Session::Document() {
   if (!HasDocument()) {
@@ -120,8 +133,13 @@ void Session::Save(bool iOverwrites) {
     history_.SavingFailed();
     throw;
   }
-  history_.AfterSaving();
   isChanged_ = false;
+  try {
+    history_.AfterSaving();
+  } catch (const std::bad_alloc&) {
+    // The plan is saved; the history catches up when it is opened next.
+    console_.TellMemoryEnds();
+  }
 }
 
 void Session::ReadFile() { history_.Begin(file_.Exists() ? file_.Read() : std::string()); }
@@ -147,9 +165,9 @@ void Session::Record(const std::string& iCommand) {
 
 void Session::TakeBack() {
   if (!isUnrecorded_) return;
+  Restore(history_.Text());
   isUnrecorded_ = false;
   isChanged_ = !history_.IsSaved();
-  Restore(history_.Text());
 }
 
 History& Session::Steps() {

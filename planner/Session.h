@@ -103,6 +103,7 @@ class Session {
   void ReadFile();
   // Has this text's document.
   void Restore(const std::string& text);
+  void Remark(const std::string& text);
 
   // Shows a warning as text and remembers it.
   class Dialogs : public embedded::RecordedDialogs {

@@ -74,7 +74,7 @@ std::size_t alive = 0;
 
 void* Activity::operator new(std::size_t) noexcept {
   void* const block = AllocationFails() ? nullptr : Memory().malloc();
-  if (block) ++alive;
+  block ? static_cast<void>(++alive) : NoteFailedAllocation();
   return RecordObject(block);
 }
 

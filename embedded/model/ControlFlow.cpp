@@ -31,6 +31,11 @@ HRESULT GiveEnd(Activity& activity, ZefISPPFlowEnd_var& end) {
   return S_OK;
 }
 
+template <class List>
+void MakeRoom(List& list) {
+  if (list.size() == list.capacity()) list.reserve(2 * list.size() + 1);
+}
+
 void Remove(const ControlFlow* flow, std::vector<ControlFlow*>& flows, NeighbourList& neighbours) {
   const auto found = std::find(flows.begin(), flows.end(), flow);
   if (found == flows.end()) return;
@@ -48,7 +53,12 @@ HRESULT ControlFlow::GetFrom(ZefISPPFlowEnd_var& oEnd) { return GiveEnd(*from_, 
 
 HRESULT ControlFlow::GetTo(ZefISPPFlowEnd_var& oEnd) { return GiveEnd(*to_, oEnd); }
 
+// All four lists have it or none.
 void ControlFlow::Connect() {
+  MakeRoom(from_->next_);
+  MakeRoom(from_->nextFlows_);
+  MakeRoom(to_->previous_);
+  MakeRoom(to_->previousFlows_);
   from_->next_.push_back(to_.Get());
   from_->nextFlows_.push_back(this);
   to_->previous_.push_back(from_.Get());

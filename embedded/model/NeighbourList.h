@@ -31,14 +31,23 @@ class NeighbourList {
   auto rend() const { return std::make_reverse_iterator(begin()); }
   const_iterator data() const { return data_; }
   std::size_t size() const { return size_; }
+  std::size_t capacity() const { return capacity_; }
   bool empty() const { return size_ == 0; }
   Activity* operator[](std::size_t iPosition) const { return data_[iPosition]; }
   Activity* front() const { return *data_; }
 
   // std::bad_alloc leaves the list as it was.
   void push_back(Activity* iActivity) {
-    if (size_ == capacity_) Grow();
+    if (size_ == capacity_) reserve(std::size_t{capacity_} * 2);
     data_[size_++] = iActivity;
+  }
+  void reserve(std::size_t iCapacity) {
+    if (iCapacity <= capacity_) return;
+    auto larger = std::make_unique<Activity*[]>(iCapacity);
+    std::copy(data_, data_ + size_, larger.get());
+    outside_ = std::move(larger);
+    data_ = outside_.get();
+    capacity_ = static_cast<std::uint32_t>(iCapacity);
   }
   void erase(iterator iPlace) {
     std::copy(iPlace + 1, end(), iPlace);
@@ -48,14 +57,6 @@ class NeighbourList {
 
  private:
   static constexpr std::uint32_t kInside = 3;
-
-  void Grow() {
-    auto larger = std::make_unique<Activity*[]>(std::size_t{capacity_} * 2);
-    std::copy(data_, data_ + size_, larger.get());
-    outside_ = std::move(larger);
-    data_ = outside_.get();
-    capacity_ *= 2;
-  }
 
   Activity** data_ = inside_;
   std::uint32_t size_ = 0;

@@ -1,5 +1,6 @@
 #include "embedded/processdb/ProcessDatabase.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -7,6 +8,7 @@
 #include "embedded/processdb/DatabaseProcess.h"
 #include "embedded/processdb/Schema.h"
 #include "embedded/processdb/Sqlite.h"
+#include "host/component/Allocation.h"
 #include "host/component/FaultPoint.h"
 #include "host/component/Interruption.h"
 
@@ -22,6 +24,9 @@ HRESULT Answer(const Read& read) {
     return read();
   } catch (const Interrupted&) {
     throw;
+  } catch (const std::bad_alloc&) {
+    NoteFailedAllocation();
+    return E_FAIL;
   } catch (...) {
     return E_FAIL;
   }

@@ -27,6 +27,9 @@ void RequireName(const std::string& name) {
 // The savepoints of nested transactions may share one name: the latest is meant.
 ProcessDatabase::Transaction::Transaction(ProcessDatabase& iDatabase)
     : connection_(*iDatabase.connection_) {
+  // Taking back must not want for memory.
+  connection_.Statement("ROLLBACK TO change");
+  connection_.Statement("RELEASE change");
   Query(connection_, "SAVEPOINT change").Change();
 }
 

@@ -2,7 +2,11 @@
 
 #include <cerrno>
 #include <charconv>
+#include <climits>
 #include <csignal>
+#include <cstdio>
+#include <dirent.h>
+#include <memory>
 #include <optional>
 #include <string>
 #include <sys/file.h>
@@ -66,21 +70,27 @@ bool IsLeftOver(const fs::path& path) {
   return (isHidden || IsDatabase(file)) && !IsInUse(file);
 }
 
-// With what SQLite may have put beside it.
+// With what SQLite may have put beside it; without memory, which may be why the draft ends.
 void RemoveDraft(const fs::path& path) {
   FileCalls::Current().Remove(path.c_str());
-  ::unlink((path.string() + "-journal").c_str());
+  char journal[PATH_MAX];
+  const int length = std::snprintf(journal, sizeof journal, "%s-journal", path.c_str());
+  if (length < PATH_MAX) ::unlink(journal);
 }
+
+struct CloseFolder {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
 
 // Drafts whose processes were killed. Those of processes on other machines are locked.
 void Sweep(const fs::path& folder) {
   std::vector<fs::path> leftOver;
-  std::error_code error;
-  fs::directory_iterator entries(folder.empty() ? "." : folder, error);
-  for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
-    const auto process = ProcessOf(entries->path().filename().string());
-    if (process && !IsAlive(*process) && IsLeftOver(entries->path()))
-      leftOver.push_back(entries->path());
+  // The iterator of the standard library ends the process where memory ends.
+  const std::unique_ptr<DIR, CloseFolder> entries(::opendir(folder.empty() ? "." : folder.c_str()));
+  while (const dirent* const entry = entries ? ::readdir(entries.get()) : nullptr) {
+    const auto process = ProcessOf(entry->d_name);
+    if (!process || IsAlive(*process) || !IsLeftOver(folder / entry->d_name)) continue;
+    leftOver.push_back(folder / entry->d_name);
   }
   for (const fs::path& path : leftOver) RemoveDraft(path);
 }

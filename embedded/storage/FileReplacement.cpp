@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <new>
 #include <optional>
 #include <sys/stat.h>
 #include <system_error>
@@ -50,6 +51,14 @@ std::string Sentence(const fs::path& file, const std::vector<std::string>& claus
   std::string sentence;
   for (const std::string& clause : clauses) sentence += (sentence.empty() ? "" : ", ") + clause;
   return file.string() + ": " + sentence;
+}
+
+bool IsFlushed(const fs::path& file) {
+  try {
+    return FlushFolderOf(file);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 }  // namespace
@@ -109,13 +118,13 @@ std::vector<std::string> ReplaceFile(const fs::path& iFile, std::string_view iBy
     if (!missed.empty()) remarks.push_back(Sentence(iFile, missed));
   }
   if (iHow.approve) iHow.approve();
+  // Ready before, as nothing may fail once the file is in place.
+  remarks.push_back(iFile.string() +
+                    ": the new file is in place, but its folder cannot be synchronised: it may "
+                    "not survive a loss of power");
   draft.Place(iHow.onlyIfFree);
   if (iHow.lock && draft.IsLocked()) iHow.lock->GoOnWith(std::move(draft.File()));
-  if (!FlushFolderOf(target)) {
-    remarks.push_back(iFile.string() +
-                      ": the new file is in place, but its folder cannot be synchronised: it may "
-                      "not survive a loss of power");
-  }
+  if (IsFlushed(target)) remarks.pop_back();
   return remarks;
 }
 

@@ -1,4 +1,5 @@
 #include <cstddef>
+#include <new>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -46,7 +47,7 @@ class OutputReader {
 void OutputReader::Add(Activity& activity, const JsonValue& list) {
   for (const JsonValue value : list.Elements()) {
     ZefISPPProductIO* added = nullptr;
-    activity.AddProductOutput(added, nullptr);
+    if (Failed(activity.AddProductOutput(added, nullptr))) throw std::bad_alloc();
     const auto kept = Adopt(added);
     ProductOutput* const output = activity.Outputs().back().Get();
     ZefBaseUnknown* const product = value.Members().IsEmpty() ? nullptr : names_.Referred(value);

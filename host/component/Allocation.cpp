@@ -6,7 +6,8 @@
 
 namespace {
 int allocationsUntilFailure = 0;
-}
+long failed = 0;
+}  // namespace
 
 void FailAllocation(int iNth) { allocationsUntilFailure = iNth; }
 
@@ -14,6 +15,11 @@ bool AllocationFails() noexcept {
   return allocationsUntilFailure > 0 && --allocationsUntilFailure == 0;
 }
 
+long CountFailedAllocations() noexcept { return failed; }
+void NoteFailedAllocation() noexcept { ++failed; }
+
 void* AllocateOrNull(std::size_t iSize) noexcept {
-  return AllocationFails() ? nullptr : std::malloc(iSize);
+  void* const memory = AllocationFails() ? nullptr : std::malloc(iSize);
+  if (!memory) NoteFailedAllocation();
+  return memory;
 }

@@ -4,10 +4,12 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <new>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "host/component/Allocation.h"
 #include "host/component/Extensions.h"
 
 constinit const _GUID CLSID_ZefMetaClass = NameIdentifier("ZefMetaClass");
@@ -96,7 +98,13 @@ ZefBaseUnknown* ToCreateBOA(ZefBaseUnknown* iExtended, ZefBaseUnknown*, ZefMetaC
                             const _GUID& iIID, ZefBaseUnknown* (*iCreate)()) {
   ZefBaseUnknown* const extension = iCreate ? iCreate() : nullptr;
   if (!extension || !iExtended) return extension;
-  KeepExtension(iExtended, iIID, extension);
+  try {
+    KeepExtension(iExtended, iIID, extension);
+  } catch (const std::bad_alloc&) {
+    NoteFailedAllocation();
+    delete extension;
+    return nullptr;
+  }
   extension->AddRef();
   return extension;
 }

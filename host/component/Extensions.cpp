@@ -44,8 +44,10 @@ ZefBaseUnknown* FindOrCreateExtension(ZefBaseUnknown* iObject, const _GUID& iIID
 
 void KeepExtension(ZefBaseUnknown* iObject, const _GUID& iIID, ZefBaseUnknown* iExtension) {
   ZefBaseUnknown* const identity = IdentityOf(iObject);
+  std::vector<Extension>& kept = TheRecords().extensionsOf[identity];
+  kept.reserve(kept.size() + 1);
   iExtension->SetImpl(identity);
-  TheRecords().extensionsOf[identity].push_back({iIID, iExtension});
+  kept.push_back({iIID, iExtension});
   identity->Note(ObjectRecord::HasExtensions, true);
 }
 
@@ -55,12 +57,12 @@ ZefBaseUnknown* ExtendedObject(const ZefBaseUnknown* iExtension) {
 }
 
 void SetExtendedObject(ZefBaseUnknown* iExtension, ZefBaseUnknown* iObject) {
-  iExtension->Note(ObjectRecord::ExtendsAnother, iObject != nullptr);
   if (iObject) {
     TheRecords().extendedBy[iExtension] = iObject;
   } else {
     TheRecords().extendedBy.erase(iExtension);
   }
+  iExtension->Note(ObjectRecord::ExtendsAnother, iObject != nullptr);
 }
 
 void DestroyExtensions(ZefBaseUnknown* iObject) {

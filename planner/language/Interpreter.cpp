@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <cassert>
 #include <new>
+#include <unistd.h>
 
 #include "embedded/Error.h"
+#include "host/component/Allocation.h"
 #include "host/component/Interruption.h"
 #include "planner/import/RowFault.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
 #include "planner/language/Words.h"
+#include "planner/report/Pulse.h"
 #include "planner/report/Text.h"
 
 namespace biwplan {
@@ -49,32 +52,39 @@ Outcome Interpreter::Fail(const std::string& place, const std::string& what,
   console_.messages << "biwplan: " << Printable(place) << (place.empty() ? "" : ": ") << what
                     << '\n'
                     << std::flush;
+  if (!console_.messages) console_.TellMemoryEnds();
   return Outcome::Failed;
+}
+
+// What goes wrong is told; while it is told, memory may end as well.
+template <class Action>
+Outcome Interpreter::Told(const std::string& place, const std::vector<std::string>& words,
+                          const Action& action) {
+  try {
+    try {
+      return action();
+    } catch (const std::bad_alloc&) {
+      return Fail(place, "the memory does not suffice", words);
+    } catch (const RefusedRows& error) {
+      return Fail(place, error.what(), words);
+    } catch (const std::exception& error) {
+      return Fail(place, Printable(error.what()), words);
+    }
+  } catch (const std::bad_alloc&) {
+    console_.TellMemoryEnds();
+    return Outcome::Failed;
+  }
 }
 
 Outcome Interpreter::Run(const std::vector<std::string>& words, const std::string& place,
                          const std::string& typed) {
-  if (words.empty()) return Outcome::Yes;
   const Interruption::Scope scope;
-  try {
-    return Perform(words, typed) ? Outcome::Yes : Outcome::No;
-  } catch (const std::bad_alloc&) {
-    return Fail(place, "the memory does not suffice", words);
-  } catch (const RefusedRows& error) {
-    return Fail(place, error.what(), words);
-  } catch (const std::exception& error) {
-    return Fail(place, Printable(error.what()), words);
-  }
+  return Told(place, words,
+              [&] { return words.empty() || Perform(words, typed) ? Outcome::Yes : Outcome::No; });
 }
 
 Outcome Interpreter::RunLine(std::string_view iLine, const std::string& iPlace) {
-  std::vector<std::string> words;
-  try {
-    words = SplitWords(iLine);
-  } catch (const embedded::InputError& error) {
-    return Fail(iPlace, error.what());
-  }
-  return Run(words, iPlace, std::string(iLine));
+  return Told(iPlace, {}, [&] { return Run(SplitWords(iLine), iPlace, std::string(iLine)); });
 }
 
 void Interpreter::Echo(std::string_view iLine) {
@@ -83,27 +93,36 @@ void Interpreter::Echo(std::string_view iLine) {
   console_.results << (isCommand ? "> " : "") << Printable(iLine) << '\n' << std::flush;
 }
 
-Answer Interpreter::Carry(Command& command, const std::string& typed) {
+// The words are there before anything is kept: nothing can fail once it is.
+Interpreter::Said Interpreter::Carry(Command& command, const std::string& typed,
+                                     const std::function<std::string(const Json&)>& inWords) {
+  // Where memory ended before, what a command left half done is still there.
+  session_.TakeBack();
   if (command.MayChange()) session_.PrepareChange();
+  const long failedAllocations = CountFailedAllocations();
   try {
     [[maybe_unused]] const bool wasChanged = session_.IsChanged();
-    Answer answer = command.Run(session_);
+    const Answer answer = command.Run(session_);
     assert(command.MayChange() || wasChanged || !session_.IsChanged());
+    Said said = {inWords(answer.data), answer.isNo};
+    if (CountFailedAllocations() != failedAllocations) throw std::bad_alloc();
     session_.Record(typed);
     if (savesAtOnce_ && session_.IsChanged()) {
       session_.Save();
       // What is saved is answered as saved.
       Interruption::Forget();
     }
-    return answer;
+    return said;
   } catch (const Interrupted&) {
     if (goesOn_) TakeAllBack(command);
     throw;
   } catch (const embedded::InputError&) {
     session_.TakeBack();
+    if (CountFailedAllocations() != failedAllocations) throw std::bad_alloc();
     throw;
   } catch (...) {
     TakeAllBack(command);
+    if (CountFailedAllocations() != failedAllocations) throw std::bad_alloc();
     throw;
   }
 }
@@ -127,13 +146,14 @@ bool Interpreter::Perform(const std::vector<std::string>& words, const std::stri
     console_.results << syntax.Help() << std::flush;
     return true;
   }
-  const Answer answer = Carry(*command, typed);
-  const std::vector<DialogRequest> warnings = session_.TakeWarnings();
+  const Pulse pulse(console_.isWatched ? STDERR_FILENO : -1, entry.verb);
   const bool isJson = console_.isJson || syntax.IsJson();
-  console_.results << (isJson ? AsJson(entry.verb, answer.data, warnings)
-                              : command->InWords(answer.data))
-                   << std::flush;
-  return !answer.isNo;
+  const Said said = Carry(*command, typed, [&](const Json& data) {
+    const std::vector<DialogRequest> warnings = session_.TakeWarnings();
+    return isJson ? AsJson(entry.verb, data, warnings) : command->InWords(data);
+  });
+  console_.results << said.text << std::flush;
+  return !said.isNo;
 }
 
 }  // namespace biwplan

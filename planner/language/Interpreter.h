@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,11 +36,19 @@ class Interpreter {
   // False when the answer is no.
   bool Perform(const std::vector<std::string>& words, const std::string& typed);
   // Runs it and has what it changed in the history, or neither.
-  Answer Carry(Command& command, const std::string& typed);
+  struct Said {
+    std::string text;
+    bool isNo;
+  };
+  Said Carry(Command& command, const std::string& typed,
+             const std::function<std::string(const Json&)>& inWords);
   // The plan as it was before a command that ended anywhere.
   void TakeAllBack(const Command& command);
   Outcome Fail(const std::string& place, const std::string& what,
                const std::vector<std::string>& words = {});
+  template <class Action>
+  Outcome Told(const std::string& place, const std::vector<std::string>& words,
+               const Action& action);
 
   Session& session_;
   Console& console_;

@@ -70,12 +70,14 @@ std::string Escaped(const Utf8Character& character) {
 
 }  // namespace
 
+bool IsPrintable(std::string_view iLines) { return PlainBytes(iLines, true) == iLines.size(); }
+
 std::string Printable(std::string_view iText) { return Rewritten(iText, false, Blanked); }
 
 std::string PrintableLines(std::string_view iText) { return Rewritten(iText, true, Blanked); }
 
 std::string PrintableJson(std::string iJson) {
-  if (PlainBytes(iJson, true) == iJson.size()) return iJson;
+  if (IsPrintable(iJson)) return iJson;
   return Rewritten(iJson, true, Escaped);
 }
 

@@ -11,6 +11,7 @@ namespace biwplan {
 // blank; each byte that is not UTF-8 becomes U+FFFD.
 std::string Printable(std::string_view iText);
 // The same for text of several lines, which stay lines.
+bool IsPrintable(std::string_view iLines);
 std::string PrintableLines(std::string_view iText);
 // The same for JSON: such characters are escaped, so that its values stay what they are. It is
 // UTF-8 already.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "planner/report/Printable.h"
+#include "planner/report/Pulse.h"
 
 namespace biwplan {
 
@@ -10,11 +11,22 @@ namespace {
 
 // An answer may be large; no copy of it is made as a whole.
 constexpr std::size_t kPieceBytes = std::size_t{1} << 16;
+constexpr std::size_t kMostCutOff = 4;
 
 }  // namespace
 
+// No text that is printable as it stands wants for memory.
+PrintableStream::Buffer::Buffer(std::ostream& ioTarget) : target_(ioTarget) {
+  pending_.reserve(kPieceBytes + kMostCutOff);
+}
+
 bool PrintableStream::Buffer::Write(std::string_view text) {
-  if (!text.empty()) target_ << PrintableLines(text);
+  if (!text.empty()) Pulse::Hide();
+  if (IsPrintable(text)) {
+    target_.write(text.data(), static_cast<std::streamsize>(text.size()));
+  } else {
+    target_ << PrintableLines(text);
+  }
   return static_cast<bool>(target_);
 }
 

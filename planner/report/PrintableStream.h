@@ -15,7 +15,7 @@ class PrintableStream : public std::ostream {
  private:
   class Buffer : public std::streambuf {
    public:
-    explicit Buffer(std::ostream& ioTarget) : target_(ioTarget) {}
+    explicit Buffer(std::ostream& ioTarget);
     ~Buffer() override { Write(pending_); }
 
    protected:

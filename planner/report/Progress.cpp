@@ -4,6 +4,7 @@
 
 #include "host/component/Interruption.h"
 #include "planner/report/Printable.h"
+#include "planner/report/Pulse.h"
 
 namespace biwplan {
 
@@ -36,6 +37,7 @@ void Progress::Advance(std::size_t iSteps) {
 }
 
 void Progress::Draw() {
+  Pulse::Hide();
   const std::size_t filled = done_ * kWidth / total_;
   *terminal_ << '\r' << Printable(what_) << " [" << std::string(filled, '#')
              << std::string(kWidth - filled, ' ') << "] " << done_ * 100 / total_ << "%\x1b[K"

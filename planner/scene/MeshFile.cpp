@@ -7,8 +7,10 @@
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
 #include <cmath>
+#include <exception>
 #include <map>
 #include <memory>
+#include <new>
 #include <span>
 #include <stdexcept>
 
@@ -104,14 +106,27 @@ std::span<aiMesh* const> MeshesOf(const aiScene& scene) {
   return std::span(scene.mMeshes, scene.mNumMeshes);
 }
 
+// Of what stopped the reader only the want of memory is no fault of the file.
+void RequireMemory(const std::exception_ptr& raised) {
+  try {
+    if (raised) std::rethrow_exception(raised);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    // The reader has words for it.
+  }
+}
+
 TriangleMesh Parse(const std::string& ending, const std::string& bytes) {
   const std::string name = "mesh." + ending;
   Assimp::Importer importer;
   importer.SetIOHandler(new OneFile(name, bytes));
   const aiScene* scene = importer.ReadFile(name, 0);
-  if (!scene)
+  if (!scene) {
+    RequireMemory(importer.GetException());
     Refuse(std::string("it must be a complete ") + ending + " file (" + importer.GetErrorString() +
            ")");
+  }
   for (const aiMesh* const mesh : MeshesOf(*scene)) {
     CheckPoints(*mesh);
     CheckFaces(*mesh);
