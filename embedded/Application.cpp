@@ -2,6 +2,7 @@
 
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "embedded/dialog/InstalledCatalogs.h"
 #include "embedded/scene/Place.h"
@@ -11,6 +12,12 @@
 namespace embedded {
 
 namespace {
+
+// Those that live, whatever the order in which they end.
+std::vector<Application*>& Living() {
+  static std::vector<Application*> living;
+  return living;
+}
 
 // With all that it is made of: without it nothing works.
 template <class T, class... Arguments>
@@ -32,13 +39,18 @@ Application::Application(DialogPresenter& iDialogs)
       visManager_(MakeWhole<embedded::VisManager>()) {
   MainViewer().ShowSetsOf(*editor_);
   catalogs_.FallBackTo(InstalledCatalogs());
+  Living().push_back(this);
   Install(this);
 }
 
 Application::~Application() {
   Edit({});
   Idle();
-  if (&Installed() == this) Install(&former_);
+  std::erase(Living(), this);
+  for (Application* const other : Living()) {
+    if (other->former_ == this) other->former_ = former_;
+  }
+  if (&Installed() == this) Install(former_);
 }
 
 void Application::Edit(Owned<Document> iDocument) {

@@ -15,7 +15,8 @@
 namespace embedded {
 
 // An application with one editor and a main window. It answers the platform's static entry points
-// while it lives; afterwards the one does that was installed before, which must live on as long.
+// while it lives; afterwards the one does that was installed before. A host application of another
+// class must live on as long.
 // Of message catalogs it knows those that were installed with the library.
 class Application : public HostApplication {
  public:
@@ -67,7 +68,7 @@ class Application : public HostApplication {
   void EndScene();
 
   DialogPresenter& dialogs_;
-  HostApplication& former_ = Installed();
+  HostApplication* former_ = &Installed();
   CatalogStore catalogs_;
   Owned<Document> edited_;
   Handle<Editor> editor_;

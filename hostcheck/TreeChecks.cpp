@@ -66,11 +66,10 @@ void Inputs(Bench& bench) {
   bench.Link(deep, bench.bolt, 2);
   bench.Link(nested, bench.door, 2);
   if (bench.weld) bench.Link(bench.op20, bench.weld, 2);
-  bench.Equal(Appended(bench, bench.st20, &TuvIBIWItemInfo::GetInputItems), "BOLT FRAME MA",
-              "the first-assigned parts and assemblies of ST20 and its operations");
+  bench.Equal(Appended(bench, bench.st20, &TuvIBIWItemInfo::GetInputItems), "FRAME MA",
+              "the first-assigned parts and assemblies of ST20 and the operations directly below");
   bench.Equal(Appended(bench, bench.st20, &TuvIBIWItemInfo::GetFirstAssignedInputs),
-              bench.weld ? "BOLT FRAME MA SW-1" : "BOLT FRAME MA",
-              "all that is first assigned there");
+              bench.weld ? "FRAME MA SW-1" : "FRAME MA", "all that is first assigned there");
   bench.Equal(Appended(bench, bench.st30, &TuvIBIWItemInfo::GetInputItems), "", "ST30's inputs");
 }
 
@@ -105,7 +104,7 @@ std::vector<Check> TreeChecks() {
        &Parents},
       {{"stations.alone", kInfo, "Stations alone answer item information."}, &StationsAlone},
       {{"stations.inputs", kInfo,
-        "Inputs are what is first assigned to the station and its own operations, each once."},
+        "Inputs are what is first assigned to the station and the operations directly below it."},
        &Inputs},
       {{"stations.outputs", kInfo, "Outputs come as such, or as their products, each once."},
        &Outputs},

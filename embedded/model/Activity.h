@@ -137,7 +137,7 @@ class Activity final
   void ItemsChanged();
   double CurveLength() const;
   int CountSpotWelds() const;
-  // The activity and the activities nested in it that are no stations, parents first.
+  // The activity and those directly below it that are no stations.
   std::vector<const Activity*> OwnScope() const;
 
   // Those that lead to the previous activities and to the next, at the same positions.

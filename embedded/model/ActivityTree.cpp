@@ -59,15 +59,9 @@ ZefBaseUnknown* Activity::GetFather() {
 }
 
 std::vector<const Activity*> Activity::OwnScope() const {
-  std::vector<const Activity*> scope;
-  std::vector<const Activity*> open{this};
-  while (!open.empty()) {
-    const Activity* const activity = open.back();
-    open.pop_back();
-    scope.push_back(activity);
-    for (auto child = activity->children_.rbegin(); child != activity->children_.rend(); ++child) {
-      if (!(*child)->IsStation()) open.push_back(*child);
-    }
+  std::vector<const Activity*> scope{this};
+  for (const Activity* const child : children_) {
+    if (!child->IsStation()) scope.push_back(child);
   }
   return scope;
 }

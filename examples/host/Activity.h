@@ -202,16 +202,19 @@ class Activity
   std::vector<Ref<Output>> outputs_;
 
  private:
-  // Parts and assemblies alone unless `all` is set.
+  // Of the operations directly below, too. Parts and assemblies alone unless `all` is set.
   HRESULT AppendInputs(bool all, List& list) const {
+    AppendOwnInputs(all, list);
+    for (const Activity* const child : children_) {
+      if (child->role_ != Role::Station) child->AppendOwnInputs(all, list);
+    }
+    return S_OK;
+  }
+  void AppendOwnInputs(bool all, List& list) const {
     for (const auto& link : links_) {
       const bool isMeant = all || ZefIProduct_var(link->item);
       if (link->selector == 2 && isMeant) AppendNew(link->item, list);
     }
-    for (const Activity* const child : children_) {
-      if (child->role_ != Role::Station) child->AppendInputs(all, list);
-    }
-    return S_OK;
   }
 
   Home home_;

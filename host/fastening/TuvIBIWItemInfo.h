@@ -9,7 +9,7 @@ extern const _GUID IID_TuvIBIWItemInfo;
 // What goes into and out of a BIW activity. Stations alone answer it, neither the operations in
 // them nor the root: whoever answers it is taken for a station that may own assemblies. Every
 // operation appends what the list does not hold yet. Inputs are those of the activity and of the
-// operations nested in it, not those of BIW activities nested in it.
+// operations directly below it, no deeper, and not those of BIW activities below it.
 class TuvIBIWItemInfo : public Interface<TuvIBIWItemInfo> {
  public:
   static constexpr char Name[] = "TuvIBIWItemInfo";

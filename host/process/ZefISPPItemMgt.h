@@ -19,7 +19,8 @@ class ZefISPPItemMgt : public Interface<ZefISPPItemMgt> {
   static constexpr char Name[] = "ZefISPPItemMgt";
 
   // Links the item plainly. `oItem` is the item as the activity holds it. E_FAIL, as from
-  // AddItemLink, for what a host cannot store: an object that was removed or is of another document.
+  // AddItemLink, for what a host cannot store: an object that was removed or is of another
+  // document.
   virtual HRESULT AddItem(const ZefBaseUnknown_var& iItem, ZefBaseUnknown_var& oItem) = 0;
   // Removes all links of the item with that selector at once, -1 for any; E_FAIL when there is
   // none. Notified as kind 18 (father activity, son item) after the links are gone.

@@ -7,8 +7,11 @@
 
 #include "host/values/Each.h"
 #include "planner/check/AssemblyCheck.h"
+#include "planner/check/FlowRings.h"
 #include "planner/check/LoadedParts.h"
 #include "planner/check/NearPoints.h"
+#include "planner/check/UnitHint.h"
+#include "planner/check/WeldPlaces.h"
 #include "planner/names/Names.h"
 #include "planner/report/Describe.h"
 #include "planner/report/Text.h"
@@ -52,6 +55,10 @@ class DocumentCheck {
     CheckLoaded();
     for (const auto& weld : Each<ZefBaseUnknown>(welds_)) CheckSheets(weld);
     CheckDistances();
+    for (const FlowRing& ring : RingsOf(document_)) {
+      Report({"ring", "", ring.front()->Key(), "",
+              "the links run in a ring: " + Describe(ring) + "; unlink one of them"});
+    }
     for (const AssemblyFinding& finding : CheckAssemblies(document_)) {
       Report({"assembly", "", finding.station->Key(), "", Describe(finding)});
     }
@@ -89,31 +96,51 @@ class DocumentCheck {
       }
     }
     const std::vector<bool> isLoaded = AreLoaded(document_, questions);
+    std::vector<LoadedQuestion> early;
+    std::vector<ZefBaseUnknown_var> earlyWelds;
     for (std::size_t i = 0; i < questions.size(); ++i) {
-      if (!isLoaded[i]) ReportNotLoaded(askedFor[i], questions[i]);
+      if (isLoaded[i]) continue;
+      if (ArrivalOf(questions[i].part).empty()) {
+        ReportNotLoaded(askedFor[i], questions[i]);
+      } else {
+        early.push_back(questions[i]);
+        earlyWelds.push_back(askedFor[i]);
+      }
+    }
+    const std::vector<const Activity*> places = FirstPlaces(document_, earlyWelds);
+    for (std::size_t i = 0; i < early.size(); ++i) {
+      ReportTooEarly(earlyWelds[i], early[i], places[i]);
     }
   }
 
   void ReportNotLoaded(const ZefBaseUnknown_var& weld, const LoadedQuestion& question) {
-    const ZefBaseUnknown_var activity = question.activity->Identity();
-    const ZefBaseUnknown_var part = question.part;
-    const std::string where = NameOf(weld) + " on " + NameOf(activity) + " joins " + NameOf(part);
-    const std::string later = ArrivalAfter(part);
-    if (later.empty()) {
-      Report({"part not loaded", NameOf(weld), NameOf(activity), NameOf(part),
-              where + ", which is loaded nowhere; drop it on " + NameOf(activity) +
-                  " or on an activity before it"});
-    } else {
-      Report({"too early", NameOf(weld), NameOf(activity), NameOf(part),
-              where + ", which does not come before " + later + "; move the weld there or the " +
-                  "part here"});
-    }
+    const std::string& activity = question.activity->Key();
+    const std::string part = NameOf(question.part);
+    Report({"part not loaded", NameOf(weld), activity, part,
+            NameOf(weld) + " on " + activity + " joins " + part +
+                ", which is loaded nowhere; drop it on " + activity +
+                " or on an activity before it"});
+  }
+
+  // The activity where a part comes in need not have the others: after parallel branches only what
+  // follows the join has all.
+  void ReportTooEarly(const ZefBaseUnknown_var& weld, const LoadedQuestion& question,
+                      const Activity* place) {
+    const std::string& activity = question.activity->Key();
+    const std::string part = NameOf(question.part);
+    const std::string advice =
+        place ? "; move the weld to " + place->Key() + ", the first activity that has all its parts"
+              : ", and no activity that takes the weld has all its parts; drop " + part + " on " +
+                    activity + " or on an activity before it";
+    Report({"too early", NameOf(weld), activity, part,
+            NameOf(weld) + " on " + activity + " joins " + part + ", which does not come before " +
+                ArrivalOf(question.part) + advice});
   }
 
   // The first activity that has the part as an item, itself or through an assembly of products.
-  std::string ArrivalAfter(const ZefBaseUnknown_var& part) {
+  std::string ArrivalOf(const ZefBaseUnknown* part) {
     if (arrivals_.empty()) FindArrivals();
-    const auto found = arrivals_.find(part.Get());
+    const auto found = arrivals_.find(part);
     return found == arrivals_.end() ? std::string() : found->second;
   }
 
@@ -153,6 +180,7 @@ class DocumentCheck {
       points.push_back({spot->GetX(), spot->GetY(), spot->GetZ()});
       spots.emplace_back(spot);
     }
+    unitHint_ = UnitHint(points);
     for (const NearPair& pair : FindNearPairs(points, options_.pitch)) {
       ReportPair(spots[pair.first], spots[pair.second], pair.distance);
     }
@@ -161,6 +189,10 @@ class DocumentCheck {
   void ReportPair(const ZefBaseUnknown_var& first, const ZefBaseUnknown_var& second,
                   double distance) {
     const std::string names = NameOf(first) + " and " + NameOf(second);
+    if (!unitHint_.empty()) {
+      return Report({distance >= kOnePlace ? "too close" : "same place", NameOf(first), "", "",
+                     names + " are " + Number(distance) + " mm apart; " + unitHint_});
+    }
     if (distance >= kOnePlace) {
       return Report({"too close", NameOf(first), "", "",
                      names + " are " + Number(distance) + " mm apart, less than the pitch of " +
@@ -176,19 +208,26 @@ class DocumentCheck {
   const CheckOptions& options_;
   Objects welds_;
   std::vector<Finding> findings_;
+  // Empty unless the positions look like another unit than mm.
+  std::string unitHint_;
   // By part.
   std::unordered_map<const ZefBaseUnknown*, std::string> arrivals_;
 };
 
 }  // namespace
 
+const std::vector<std::string>& FindingKinds() {
+  static const std::vector<std::string> kinds = {
+      "unassigned", "several activities", "part not loaded", "too early", "unknown part",
+      "sheets",     "too close",          "same place",      "ring",      "assembly"};
+  return kinds;
+}
+
 std::vector<Finding> CheckDocument(embedded::Document& iDocument, const CheckOptions& iOptions) {
-  static constexpr std::array kKinds{"unassigned", "several activities", "part not loaded",
-                                     "too early",  "unknown part",       "sheets",
-                                     "too close",  "same place",         "assembly"};
   std::vector<Finding> findings = DocumentCheck(iDocument, iOptions).Run();
-  const auto rank = [](const Finding& finding) {
-    return std::find(kKinds.begin(), kKinds.end(), finding.kind);
+  const std::vector<std::string>& kinds = FindingKinds();
+  const auto rank = [&kinds](const Finding& finding) {
+    return std::find(kinds.begin(), kinds.end(), finding.kind);
   };
   std::stable_sort(findings.begin(), findings.end(),
                    [&](const Finding& a, const Finding& b) { return rank(a) < rank(b); });

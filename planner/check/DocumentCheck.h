@@ -9,8 +9,7 @@ namespace biwplan {
 
 // Something a planner should look at.
 struct Finding {
-  // "unassigned", "several activities", "part not loaded", "too early", "unknown part", "sheets",
-  // "too close", "same place", "assembly".
+  // One of FindingKinds().
   std::string kind;
   // Keys; empty where the finding is not about one.
   std::string weld;
@@ -19,6 +18,9 @@ struct Finding {
   // What is wrong and what to do, in one sentence without full stop.
   std::string message;
 };
+
+// In the order in which findings are told.
+const std::vector<std::string>& FindingKinds();
 
 struct CheckOptions {
   // Spot welds closer than this are reported, mm.

@@ -32,7 +32,7 @@ class Collector {
     enter(&activity);
     while (!path.empty()) {
       Step& step = path.back();
-      const embedded::Activities& previous = step.activity->Previous();
+      const embedded::NeighbourList& previous = step.activity->Previous();
       const bool isFirst = step.next == 0;
       if (step.next < previous.size()) {
         Activity& next = *previous[step.next++];

@@ -1,5 +1,8 @@
+#include <map>
+
 #include "host/values/Each.h"
 #include "planner/Session.h"
+#include "planner/check/PartConstraint.h"
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
@@ -34,6 +37,38 @@ Objects Accepted(const Objects& welds, const ZefISPPActivity_var& activity, bool
   return found;
 }
 
+constexpr char kAnyway[] = "Also where the constraint on loaded parts keeps welds off.";
+
+// Takes the welds that the constraint keeps off out of the list; what each lacks.
+Json TakeOutLacking(Session& session, const embedded::Activity& activity, Objects& welds) {
+  embedded::Document& document = session.Document();
+  Json rows = Json::array();
+  Objects keptOff;
+  embedded::Activity& target = *document.FindActivity(activity.Key());
+  for (const LackingParts& lacking : KeptOffByParts(document, target, welds)) {
+    rows.push_back({{"weld", NameOf(lacking.weld)}, {"parts", NamesAsJson(&lacking.parts)}});
+    keptOff.Append(lacking.weld);
+  }
+  welds = Among(welds, keptOff, false);
+  return rows;
+}
+
+// The welds in a line for each group that lacks the same.
+std::string LackingLines(const Json& rows) {
+  std::vector<std::string> titles;
+  std::map<std::string, Json> groups;
+  for (const Json& row : rows) {
+    const Json& parts = row.at("parts");
+    const std::string title = parts.empty() ? "joining no part" : "lacking " + Listed(parts);
+    const auto [group, isNew] = groups.emplace(title, Json::array());
+    if (isNew) titles.push_back(title);
+    group->second.push_back(row.at("weld"));
+  }
+  std::string text;
+  for (const std::string& title : titles) text += ListedLine(title, groups.at(title));
+  return text.empty() ? text : text + "  --anyway takes them all the same\n";
+}
+
 // What assigning, unassigning and reallocating have in common.
 class Change : public Command {
  public:
@@ -44,6 +79,8 @@ class Change : public Command {
   Objects Welds(Session& session) const { return session.Find().Welds(words_); }
 
   std::vector<std::string> words_;
+  // Loaded parts do not matter.
+  bool isAnyway_ = false;
 };
 
 class Assign : public Change {
@@ -51,9 +88,11 @@ class Assign : public Change {
   void Declare(Syntax& ioSyntax) override {
     ioSyntax.Required(NameKind::Activity, "ACTIVITY", activity_, "Takes the welds.");
     ioSyntax.OneOrMore(NameKind::Weld, "WELD", words_, kWeldsHelp);
+    ioSyntax.Flag("--anyway", isAnyway_, kAnyway);
     ioSyntax.Note(
         "Welds of a kind that the activity does not take are left out, and welds that it\n"
-        "has already are ignored with a warning. Status 1 when none was assigned.");
+        "has already are ignored with a warning. While 'settings part-load-constraint' is on,\n"
+        "so are welds whose parts are not loaded there. Status 1 when none was assigned.");
   }
 
   Answer Run(Session& ioSession) override {
@@ -61,8 +100,10 @@ class Assign : public Change {
     const ZefISPPActivity_var activity = target.Identity();
     const Objects named = Welds(ioSession);
     const Objects before = WeldsOn(target);
-    Objects accepted = Accepted(named, activity, true);
     const Objects refused = Accepted(named, activity, false);
+    Objects accepted = Among(Accepted(named, activity, true), before, false);
+    const Json lacking = isAnyway_ ? Json::array() : TakeOutLacking(ioSession, target, accepted);
+    accepted.Append(Among(Accepted(named, activity, true), before, true));
     TuvBIWServices::AssignListOfWelds(&accepted, activity, nullptr, 0);
     const Objects duplicates = Among(accepted, before, true);
     const Objects assigned = Among(Among(accepted, before, false), WeldsOn(target), true);
@@ -70,7 +111,8 @@ class Assign : public Change {
     return {{{"activity", target.Data().key},
              {"assigned", NamesAsJson(&assigned)},
              {"duplicates", NamesAsJson(&duplicates)},
-             {"refused", NamesAsJson(&refused)}},
+             {"refused", NamesAsJson(&refused)},
+             {"lacking", lacking}},
             assigned.Size() == 0};
   }
 
@@ -78,7 +120,8 @@ class Assign : public Change {
     return Counted(iData.at("assigned").size(), "weld") + " assigned to " +
            Printable(iData.at("activity").get<std::string>()) + "\n" +
            ListedLine("there already", iData.at("duplicates")) +
-           ListedLine("not of a kind that it takes", iData.at("refused"));
+           ListedLine("not of a kind that it takes", iData.at("refused")) +
+           LackingLines(iData.at("lacking"));
   }
 
  private:
@@ -125,6 +168,7 @@ class Reallocate : public Change {
     ioSyntax.Required(NameKind::Activity, "FROM", from_, "The activity that gives the welds up.");
     ioSyntax.Required(NameKind::Activity, "TO", to_, "The activity that takes them.");
     ioSyntax.OneOrMore(NameKind::Weld, "WELD", words_, kWeldsHelp);
+    ioSyntax.Flag("--anyway", isAnyway_, kAnyway);
     ioSyntax.Note(
         "Only welds that FROM has, TO has not, and TO takes are moved. Status 1 when none\n"
         "was moved.");
@@ -141,6 +185,7 @@ class Reallocate : public Change {
     const Objects duplicates = Among(there, WeldsOn(to), true);
     Objects fresh = Among(there, WeldsOn(to), false);
     const Objects refused = Accepted(fresh, target, false);
+    const Json lacking = isAnyway_ ? Json::array() : TakeOutLacking(ioSession, to, fresh);
     TuvBIWServices::ReallocateWeld(source, target, &fresh);
     const Objects moved = Among(fresh, WeldsOn(to), true);
     if (moved.Size() > 0) ioSession.Changed();
@@ -149,7 +194,8 @@ class Reallocate : public Change {
              {"reallocated", NamesAsJson(&moved)},
              {"missing", NamesAsJson(&missing)},
              {"duplicates", NamesAsJson(&duplicates)},
-             {"refused", NamesAsJson(&refused)}},
+             {"refused", NamesAsJson(&refused)},
+             {"lacking", lacking}},
             moved.Size() == 0};
   }
 
@@ -159,7 +205,8 @@ class Reallocate : public Change {
     return Counted(iData.at("reallocated").size(), "weld") + " moved from " + from + " to " + to +
            "\n" + ListedLine("not on " + from, iData.at("missing")) +
            ListedLine("on " + to + " already", iData.at("duplicates")) +
-           ListedLine("not of a kind that " + to + " takes", iData.at("refused"));
+           ListedLine("not of a kind that " + to + " takes", iData.at("refused")) +
+           LackingLines(iData.at("lacking"));
   }
 
  private:

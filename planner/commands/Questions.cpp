@@ -1,5 +1,9 @@
+#include <unordered_map>
+#include <utility>
+
 #include "host/values/Each.h"
 #include "planner/Session.h"
+#include "planner/check/PartConstraint.h"
 #include "planner/commands/Commands.h"
 #include "planner/language/CommandTable.h"
 #include "planner/language/Syntax.h"
@@ -23,6 +27,8 @@ class Question : public Command {
       progress.Advance();
       const bool isYes = IsYes(weld);
       welds.push_back({{"weld", NameOf(weld)}, {"answer", isYes}});
+      const std::string reason = isYes ? std::string() : Reason(weld);
+      if (!reason.empty()) welds.back()["reason"] = reason;
       answer.isNo = answer.isNo || !isYes;
     }
     return answer;
@@ -32,7 +38,7 @@ class Question : public Command {
     std::string text;
     for (const Json& weld : iData.at("welds")) {
       text += Printable(weld.at("weld").get<std::string>()) + ": " +
-              (weld.at("answer") == true ? Yes() : No()) + "\n";
+              (weld.at("answer") == true ? Yes() : No(weld)) + "\n";
     }
     return text;
   }
@@ -43,8 +49,15 @@ class Question : public Command {
   virtual bool IsYes(const ZefBaseUnknown_var& weld) = 0;
   virtual std::string Yes() const = 0;
   virtual std::string No() const = 0;
+  // Why the answer is no, where that differs from weld to weld.
+  virtual std::string Reason(const ZefBaseUnknown_var&) const { return {}; }
 
   std::vector<std::string> words_;
+
+ private:
+  std::string No(const Json& weld) const {
+    return weld.contains("reason") ? Printable(weld.at("reason").get<std::string>()) : No();
+  }
 };
 
 class IsAssigned : public Question {
@@ -100,8 +113,9 @@ class CheckAssignment : public Question {
     ioSyntax.Required(NameKind::Activity, "ACTIVITY", name_, "Would take the welds.");
     ioSyntax.OneOrMore(NameKind::Weld, "WELD", words_, "In this order.");
     ioSyntax.Note(
-        "A weld may be assigned that is neither on the activity nor named before in the\n"
-        "same command. Status 1 when an answer is no.");
+        "A weld may be assigned that is of a kind that the activity takes and neither on it nor\n"
+        "named before in the same command, and, while 'settings part-load-constraint' is on,\n"
+        "whose parts are loaded there. Status 1 when an answer is no.");
   }
 
  private:
@@ -111,13 +125,28 @@ class CheckAssignment : public Question {
     activity_ = names.ActivityOf(name_).Identity();
     ZefListValZefBaseUnknown_var welds;
     for (const std::string& word : words_) welds.Append(names.Welds({word}));
+    for (LackingParts& lacking :
+         KeptOffByParts(session.Document(), names.ActivityOf(name_), welds)) {
+      keptOff_.emplace(lacking.weld.Get(), std::move(lacking.parts));
+    }
     return welds;
   }
   bool IsYes(const ZefBaseUnknown_var& weld) override {
-    const bool isFree =
-        Succeeded(TuvBIWServices::CheckWeldAssignement(weld, activity_, &pending_, 0));
-    if (isFree) pending_.Append(weld);
-    return isFree;
+    reason_ = ReasonAgainst(weld);
+    if (reason_.empty()) pending_.Append(weld);
+    return reason_.empty();
+  }
+  std::string Reason(const ZefBaseUnknown_var&) const override { return reason_; }
+
+  std::string ReasonAgainst(const ZefBaseUnknown_var& weld) {
+    if (Failed(TuvBIWServices::CheckWeldAssignement(weld, activity_, &pending_, 0))) return No();
+    if (TuvBIWServices::IsValidWeldForActivity(weld, activity_) == 0) {
+      return "not of a kind that " + name_ + " takes";
+    }
+    const auto lacking = keptOff_.find(weld.Get());
+    if (lacking == keptOff_.end()) return {};
+    if (lacking->second.Size() == 0) return "joins no part";
+    return "lacks on " + name_ + ": " + Listed(NamesOf(&lacking->second));
   }
   std::string Yes() const override { return "may be assigned to " + Printable(name_); }
   std::string No() const override { return "would be on " + Printable(name_) + " twice"; }
@@ -125,6 +154,10 @@ class CheckAssignment : public Question {
   std::string name_;
   ZefISPPActivity_var activity_;
   ZefListValZefBaseUnknown_var pending_;
+  // With what each lacks.
+  std::unordered_map<const ZefBaseUnknown*, ZefListValZefBaseUnknown_var> keptOff_;
+  // Why the weld that was asked about last may not be assigned.
+  std::string reason_;
 };
 
 class ActivitiesOfWeld : public Command {

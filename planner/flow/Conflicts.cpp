@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "planner/check/AssemblyCheck.h"
+#include "planner/check/FlowRings.h"
 #include "planner/names/Names.h"
 #include "planner/report/Text.h"
 
@@ -23,7 +24,7 @@ std::string Shortened(const std::vector<const Activity*>& activities) {
 
 FlowConflict ConflictOf(const AssemblyFinding& finding, std::vector<std::string> objects) {
   const std::string names = ListedBriefly(std::move(objects), kMostNames);
-  const std::string& assembly = finding.assembly->Key();
+  const std::string assembly = finding.assembly ? finding.assembly->Key() : std::string();
   FlowConflict conflict{finding.station, ""};
   const auto* const activity = embedded::ObjectAs<Activity>(finding.object.Get());
   if (activity) conflict.towards = {activity};
@@ -47,34 +48,30 @@ FlowConflict ConflictOf(const AssemblyFinding& finding, std::vector<std::string>
     case Kind::ContainsItself:
       conflict.reason = assembly + " contains itself";
       break;
+    case Kind::LeadsBack:
+      conflict.reason = assembly + " contains what " + names + " makes";
+      break;
+    case Kind::TakenInTooDeep:
+      conflict.reason = names + " is taken in too deep, by " + finding.taker->Key();
+      break;
+    case Kind::SeveralOutputs:
+      conflict.reason =
+          std::to_string(finding.station->Outputs().size()) + " outputs: none gets parts";
+      break;
   }
   return conflict;
 }
 
 bool IsAboutChildren(Kind kind) { return kind == Kind::MissingChild || kind == Kind::SurplusChild; }
 
-// What `check` has nothing to say about: stations into whose assemblies nothing is filled, and
-// rings.
-void AddConflictsOf(const Activity& station, std::vector<FlowConflict>& ioConflicts) {
-  const auto& outputs = station.Outputs();
-  if (outputs.size() > 1) {
-    ioConflicts.push_back({&station, std::to_string(outputs.size()) + " outputs: none gets parts"});
-  }
-  if (outputs.size() != 1) return;
-  const std::vector<const Activity*> next = NextStations(station);
-  const auto* const assembly =
-      embedded::ObjectAs<embedded::MfgAssembly>(outputs.front()->OwnProduct().Get());
-  if (!assembly || next.size() != 1 || !ContainsOutputOf(*assembly, *next.front())) return;
-  ioConflicts.push_back(
-      {&station, assembly->Key() + " contains what " + next.front()->Key() + " makes", next});
-}
-
 }  // namespace
 
 std::vector<FlowConflict> ConflictsOf(const embedded::Document& iDocument) {
   std::vector<FlowConflict> conflicts;
-  for (const auto& activity : iDocument.Activities()) {
-    if (activity->IsStation()) AddConflictsOf(*activity, conflicts);
+  for (const FlowRing& ring : RingsOf(iDocument)) {
+    conflicts.push_back({ring.front(),
+                         "the links run in a ring: " + Describe(ring),
+                         {ring[ring.size() > 1 ? 1 : 0]}});
   }
   const std::vector<AssemblyFinding> findings = CheckAssemblies(iDocument);
   for (std::size_t i = 0; i < findings.size(); ++i) {

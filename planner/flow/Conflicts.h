@@ -16,8 +16,8 @@ struct FlowConflict {
   std::vector<const embedded::Activity*> towards{};
 };
 
-// Stations with several outputs, into which nothing is filled, flows in a ring, and what `check`
-// finds about assemblies, with the parts that lack or exceed told together.
+// What `check` finds about rings of links and about assemblies, with the parts that lack or exceed
+// told together.
 std::vector<FlowConflict> ConflictsOf(const embedded::Document& iDocument);
 
 }  // namespace biwplan

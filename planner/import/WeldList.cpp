@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "planner/check/UnitHint.h"
 #include "planner/import/ListReader.h"
 #include "planner/import/Values.h"
 
@@ -178,11 +179,22 @@ class WeldListImport {
           return weld.shape != WeldShape::Locator && weld.shape != WeldShape::Clamp &&
                  weld.parts.size() == 1;
         });
+    NoteUnit();
     if (single > 0) Note("welds that name one part alone: " + std::to_string(single));
     if (unknownTypes_.empty()) return;
     std::string names;
     for (const std::string& name : unknownTypes_) names += (names.empty() ? "" : ", ") + name;
     Note("types not known, kept for point welds: " + names);
+  }
+
+  void NoteUnit() {
+    std::vector<std::array<double, 3>> points;
+    for (const WeldRow& weld : list_.welds) {
+      points.push_back(weld.position);
+      for (const SeamPoint& point : weld.points) points.push_back(point.position);
+    }
+    const std::string hint = UnitHint(points);
+    if (!hint.empty()) Note(hint);
   }
 
   void Note(const std::string& text) { list_.notes.push_back(list_.source + ": " + text); }

@@ -33,6 +33,11 @@ class ObjFilter {
     const bool isFace = BeginsWithWord(line, "f");
     if (isFace && ++faces_ > kMostMeshTriangles) RefuseMoreThan(kMostMeshTriangles, "faces");
     if (!goesOn_ && !isFace && !BeginsWithWord(line, "v")) return;
+    inFace_ = isFace || (goesOn_ && inFace_);
+    // Behind anything else Assimp reads on past the end.
+    if (inFace_ && line.find_first_not_of("0123456789-/ \t\\", isFace ? 1 : 0) != line.npos) {
+      throw std::runtime_error("its faces must be whole numbers with blanks or / between them");
+    }
     goesOn_ = line.ends_with('\\');
     if (goesOn_) line.remove_suffix(1);
     shape.append(line) += goesOn_ ? ' ' : '\n';
@@ -43,6 +48,7 @@ class ObjFilter {
  private:
   std::size_t faces_ = 0;
   bool goesOn_ = false;
+  bool inFace_ = false;
 };
 
 }  // namespace

@@ -53,7 +53,7 @@ class Planner {
         line_.Unlink(station, stations_[to]);
         break;
       case 3:
-        if (!line_.AssemblyOf(station)) line_.Output(station);
+        if (!line_.AssemblyOf(station)) line_.Output(station, NewAssembly(station));
         break;
       case 4:
         line_.Drop("part " + stations_[to], Somewhere(station));
@@ -71,7 +71,7 @@ class Planner {
 
   void WildGesture(const std::string& station, const std::string& other) {
     embedded::Document& document = *line_.plant.Document();
-    switch (choices_.Below(6)) {
+    switch (choices_.Below(7)) {
       case 0:
         line_.Link(Somewhere(station), Somewhere(other));
         break;
@@ -89,9 +89,24 @@ class Planner {
           document.RemoveActivity(*operation);
         }
         break;
+      case 5:
+        LinkRemoved(station, WeldOf(other).Identity());
+        break;
       default:
         line_.plant.Assign(line_.At(station), WeldOf(other));
     }
+  }
+
+  void LinkRemoved(const std::string& station, const ZefBaseUnknown_var& weld) {
+    line_.plant.Document()->RemoveFeature(weld.Get());
+    ZefBaseUnknown_var linked;
+    EXPECT_EQ(line_.At(station).AddItem(weld, linked), E_FAIL);
+  }
+
+  // An assembly that was an output once may still be taken in where it went then: a tame planner
+  // makes a new one each time.
+  std::string NewAssembly(const std::string& station) {
+    return "MA-" + station + (isTame_ ? std::to_string(++outputs_) : "");
   }
 
   // The station, or the operation in it.
@@ -111,6 +126,7 @@ class Planner {
   Choices& choices_;
   bool isTame_;
   bool hasFaults_;
+  int outputs_ = 0;
   Line line_{stations_};
 };
 

@@ -117,10 +117,11 @@ TEST_F(ProcessTest, NeighboursComeOnceInTheOrderOfTheirFlowsAndByKind) {
   EXPECT_EQ(Keys(a.GetNextActivities("PhysicalActivity")), Strings{"B"});
 }
 
-TEST_F(ProcessTest, AStationGathersTheInputsOfItsOperationsButNotOfStationsInside) {
+TEST_F(ProcessTest, AStationGathersTheInputsOfItsOperationsButNotOfStationsInsideNorDeeper) {
   Activity& station = Add("S", nullptr, Role::Station);
   Activity& op = Add("OP", &station);
   Activity& inner = Add("INNER", &station, Role::Station);
+  Activity& deeper = Add("DEEP", &op);
   Product& part = document->AddProduct(document->RootProduct(), {.key = "P1"});
   Product& other = document->AddProduct(document->RootProduct(), {.key = "P2"});
   SpotWeld& weld = Weld("W1");
@@ -128,6 +129,7 @@ TEST_F(ProcessTest, AStationGathersTheInputsOfItsOperationsButNotOfStationsInsid
   op.Link(weld.Identity(), 2);
   op.Link(other.Identity(), 1);
   inner.Link(other.Identity(), 2);
+  deeper.Link(other.Identity(), 2);
   ZefListValZefBaseUnknown_var inputs;
   station.GetInputItems(inputs);
   EXPECT_EQ(Keys(inputs), Strings{"P1"});

@@ -123,7 +123,8 @@ TEST_F(FlowTest, RingsAreMarked) {
   DoAll({"update on", "add station ST20", "output ST10", "output ST20", "link ST10 ST20",
          "link ST20 ST10"});
   EXPECT_EQ(Do("flow --output @flow.dot").results,
-            "flow.dot: 2 stations, 4 flows, 4 welds, 4 on no activity; 1 conflict\n"
+            "flow.dot: 2 stations, 4 flows, 4 welds, 4 on no activity; 2 conflicts\n"
+            "  ST10: the links run in a ring: ST10 -> ST20 -> ST10\n"
             "  ST20: MA-2 contains what ST10 makes\n");
 }
 

@@ -90,7 +90,7 @@ TEST_F(ProcessCommandsTest, ValidatingAndCheckingSayWhatToMend) {
        {"validate OP10 SW-* --apply", 1,
         "2 welds assigned to OP10\n  SW-1 SW-2\nSW-3: no, part not loaded: P3\n"},
        {"valid-version OP10 SW-3", 0, "yes\n"},
-       {"assign OP20 SW-1 SW-3", 0, "2 welds assigned to OP20\n"},
+       {"assign OP20 SW-1 SW-3 --anyway", 0, "2 welds assigned to OP20\n"},
        {"check --pitch 15 --csv", 1,
         "kind,weld,activity,part,message\n"
         "unassigned,SM-1,,,SM-1 is on no activity; assign it to one\n"
@@ -103,7 +103,7 @@ TEST_F(ProcessCommandsTest, ValidatingAndCheckingSayWhatToMend) {
         "of them\"\n"},
        {"drop P3 OP30", 0, "OP30 takes in P3\n"}});
   EXPECT_THAT(Do("check").results,
-              HasSubstr("too early\n  SW-3 on OP20 joins P3, which does not come before OP30"));
+              HasSubstr("too early: 1\n  SW-3 on OP20 joins P3, which does not come before OP30"));
   EXPECT_EQ(Do("check --pitch near").status, 2);
 }
 

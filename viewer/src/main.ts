@@ -8,7 +8,7 @@ import { Table } from "./panels/table";
 import { Tree } from "./panels/tree";
 import { connectPointer } from "./pointer";
 import { loadScene } from "./scene/load";
-import type { Item, Scene } from "./scene/model";
+import { isWeld, type Item, type Scene } from "./scene/model";
 import { readPayload, SceneError } from "./scene/payload";
 import { Process } from "./scene/process";
 import { Filter, FILTER_KEYS, Store } from "./state";
@@ -44,8 +44,8 @@ function start(scene: Scene): void {
   showLegend(scene);
   makeHelp();
   makeFilters(scene, store);
-  new Tree(process, scene.welds.length, store);
-  const table = new Table(process, scene.welds.length, store, {
+  new Tree(process, scene.welds.filter(isWeld).length, store);
+  const table = new Table(process, scene.welds, store, {
     see: (weld) => view?.reveal({ kind: "weld", weld }),
     closeUp: (weld) => closeUp({ kind: "weld", weld }),
   });

@@ -1,5 +1,4 @@
-import type { Item, Scene, Status, Weld } from "./scene/model";
-import { STATUSES } from "./scene/model";
+import { isWeld, type Item, type Scene, type Status, STATUSES, type Weld } from "./scene/model";
 import type { Process } from "./scene/process";
 
 export const PART_LOOKS = ["glass", "solid", "outline", "none"] as const;
@@ -100,7 +99,9 @@ export class Filter {
     const below = state.activity === null ? null : this.process.below(state.activity);
     const sought = state.text.toLowerCase().split(/\s+/).filter(Boolean);
     return this.scene.welds.filter((weld) => {
-      if (!state.statuses.has(weld.status) || !state.types.has(weld.type)) return false;
+      // A point is assigned to nothing, so it is there unless the planner looks for a status.
+      const status = isWeld(weld) ? state.statuses.has(weld.status) : state.statuses.size === STATUSES.length;
+      if (!status || !state.types.has(weld.type)) return false;
       if (below && !weld.activities.some((id) => below.has(id))) return false;
       const words = this.words[weld.index]!;
       return sought.every((word) => words.includes(word));

@@ -9,6 +9,7 @@ const plant = makePlant(70, 20);
 plant.welds[3].name = "<img src=x onerror=alert(1)>";
 plant.welds[40].shown = false;
 const ids = plant.welds.map(({ id }) => id);
+const points = plant.welds.filter(({ type }) => type === "locating").map(({ id }) => id);
 const idsWith = (test) => plant.welds.filter(test).map(({ id }) => id);
 
 function contrast(one, other) {
@@ -51,17 +52,22 @@ export function cases(browser, template) {
     const expect = async (test, what) => assert.deepEqual((await user.allRows()).sort(), idsWith(test).sort(), what);
     await user.press("Home", "Enter");
     await user.check("Assigned");
-    await expect(({ status }) => status !== "assigned", "without the assigned ones");
+    const isPoint = ({ id }) => points.includes(id);
+    await expect((weld) => weld.status !== "assigned" && !isPoint(weld), "without the assigned ones");
     await user.clickMiddle();
     assert.equal(await user.selectedRow(), null, "what is filtered out is not in the view");
     await user.check("Seam");
-    await expect(({ status, type }) => status !== "assigned" && type !== "seam", "nor seams");
+    await expect((weld) => weld.status !== "assigned" && weld.type !== "seam" && !isPoint(weld), "nor seams");
     await user.page.locator("#clear").click();
     assert.equal(await user.rowCount(), ids.length);
+    assert.equal(await user.text("#count"), `${ids.length - points.length} welds, ${points.length} locators and clamps`);
+    const unassigned = plant.welds.filter(({ status, id }) => status === "unassigned" && !points.includes(id)).length;
+    assert.match(await user.text("#summary"), new RegExp(`\\b${unassigned} unassigned[^]*\\b${points.length} locators and clamps`));
     const station = plant.extras.activities.filter(({ id, parent }) => id === "ST20" || parent === "ST20").map(({ id }) => id);
     await user.page.locator(".line", { hasText: "ST20" }).click();
     await expect(({ activities }) => activities.some((id) => station.includes(id)), "of a station");
-    assert.equal(await user.text('.line[aria-selected="true"] .count'), String(await user.rowCount()));
+    const rows = await user.allRows();
+    assert.equal(await user.text('.line[aria-selected="true"] .count'), String(rows.filter((id) => !points.includes(id)).length));
     await user.press("ArrowDown", "Enter");
     await expect(({ activities }) => activities.includes(station[1]), "of an operation, by keyboard");
     await user.press("Home", "Enter");

@@ -1,5 +1,5 @@
 import { make } from "../dom";
-import { titleOf, type Weld } from "../scene/model";
+import { isWeld, titleOf, type Weld } from "../scene/model";
 import type { Process } from "../scene/process";
 import { capital, STATUS_WORDS, statusMark } from "./words";
 
@@ -32,7 +32,10 @@ export function columnsOf(process: Process): Column[] {
   const partText = (weld: Weld): string =>
     weld.parts.map((name) => process.partNamed(name)?.number || name).join(", ");
   return [
-    { ...column("status", "Status", (weld) => STATUS_WORDS[weld.status]), rank: (weld) => ORDER[weld.status] },
+    {
+      ...column("status", "Status", (weld) => (isWeld(weld) ? STATUS_WORDS[weld.status] : "")),
+      rank: (weld) => (isWeld(weld) ? ORDER[weld.status] : Infinity),
+    },
     column("weld", "Weld", titleOf),
     column("type", "Type", (weld) => capital(weld.type)),
     column("activities", "Activity", (weld) => weld.activities.join(", ")),
@@ -46,7 +49,7 @@ export function columnsOf(process: Process): Column[] {
 export function makeCell(column: Column, weld: Weld, at: number): HTMLElement {
   const text = column.text(weld);
   const cell = make("span", { class: `cell ${column.name}`, role: "gridcell", "aria-colindex": at + 1, title: text });
-  if (column.name === "status") cell.append(statusMark(weld.status), make("span", { class: "unseen" }, text));
+  if (column.name === "status" && isWeld(weld)) cell.append(statusMark(weld.status), make("span", { class: "unseen" }, text));
   else cell.textContent = text;
   return cell;
 }

@@ -1,5 +1,5 @@
 import { byId, make, plural } from "../dom";
-import { type Item, type Part, type Scene, titleOf, type Weld } from "../scene/model";
+import { isWeld, type Item, type Part, type Scene, titleOf, type Weld } from "../scene/model";
 import type { Process } from "../scene/process";
 import type { Store } from "../state";
 import { capital, STATUS_WORDS, statusMark } from "./words";
@@ -27,7 +27,7 @@ export class Details {
 
   private showWeld(weld: Weld): void {
     this.fill({ kind: "weld", weld }, titleOf(weld), [
-      ["Status", [statusMark(weld.status), STATUS_WORDS[weld.status]]],
+      ["Status", isWeld(weld) ? [statusMark(weld.status), STATUS_WORDS[weld.status]] : [""]],
       ["Type", [capital(weld.type)]],
       ["Process", [weld.processType ?? ""]],
       ["Position", [weld.position ? `${weld.position.map((value) => value.toFixed(1)).join("  ")}${NARROW}mm` : ""]],
@@ -39,7 +39,7 @@ export class Details {
   }
 
   private showPart(part: Part): void {
-    const welds = this.scene.welds.filter((weld) => this.process.partsOf.get(weld)?.includes(part)).length;
+    const welds = this.scene.welds.filter((weld) => isWeld(weld) && this.process.partsOf.get(weld)?.includes(part)).length;
     const search = this.link(plural(welds, "weld"), "Show these in the table", () =>
       this.store.set({ text: (part.number || part.id).toLowerCase() }));
     this.fill({ kind: "part", part }, titleOf(part), [

@@ -1,5 +1,5 @@
 import { byId, count, make } from "../dom";
-import { type Scene, type Status, STATUSES } from "../scene/model";
+import { isWeld, type Scene, type Status, STATUSES } from "../scene/model";
 import type { State, Store } from "../state";
 import { capital, STATUS_WORDS, statusMark } from "./words";
 
@@ -26,7 +26,7 @@ const withCount = (text: string, number: number): HTMLElement[] => [
 ];
 
 function makeStatuses(scene: Scene, store: Store): (state: State) => void {
-  const numberOf = (status: Status): number => scene.welds.filter((weld) => weld.status === status).length;
+  const numberOf = (status: Status): number => scene.welds.filter((weld) => isWeld(weld) && weld.status === status).length;
   const set = makeChecks(
     byId("statuses"),
     STATUSES,

@@ -1,6 +1,6 @@
 import { byId, count, make, plural } from "../dom";
-import { type Scene, type Status, STATUSES } from "../scene/model";
-import { STATUS_WORDS, statusMark } from "./words";
+import { isWeld, type Scene, type Status, STATUSES } from "../scene/model";
+import { POINT_WORDS, STATUS_WORDS, statusMark } from "./words";
 
 const ORDER: Status[] = ["assigned", "several", "unassigned"];
 
@@ -15,12 +15,15 @@ export function showSummary(scene: Scene): void {
     scene.program,
   ].filter(Boolean).join(" · ");
   const bar = make("div", { class: "share", "aria-hidden": "true" });
-  const figures = make("div", { class: "figures" }, figure(scene.welds.length, "Welds", null));
+  const welds = scene.welds.filter(isWeld);
+  const points = scene.welds.length - welds.length;
+  const figures = make("div", { class: "figures" }, figure(welds.length, "Welds", null));
   for (const status of ORDER) {
-    const number = scene.welds.filter((weld) => weld.status === status).length;
+    const number = welds.filter((weld) => weld.status === status).length;
     figures.append(figure(number, STATUS_WORDS[status], status));
     if (number > 0) bar.append(make("span", { class: status, style: `flex-grow: ${number}` }));
   }
+  if (points > 0) figures.append(figure(points, POINT_WORDS, null));
   byId("summary").append(figures, bar);
 }
 

@@ -1,8 +1,9 @@
 import { byId, count, make } from "../dom";
-import type { Weld } from "../scene/model";
+import { isWeld, type Weld } from "../scene/model";
 import type { Process } from "../scene/process";
 import type { Store } from "../state";
 import { type Column, columnsOf, makeCell, sortWelds } from "./columns";
+import { POINT_WORDS } from "./words";
 
 const ROW = 28;
 /** Rows beyond the visible ones that are kept ready. */
@@ -21,7 +22,7 @@ export class Table {
 
   constructor(
     process: Process,
-    private readonly total: number,
+    private readonly all: readonly Weld[],
     private readonly store: Store,
     private readonly goTo: { see: (weld: Weld) => void; closeUp: (weld: Weld) => void },
   ) {
@@ -51,8 +52,15 @@ export class Table {
     this.rows = this.sorted ? sortWelds(this.filtered, this.sorted.by, this.sorted.descending) : this.filtered;
     this.grid.setAttribute("aria-rowcount", String(this.rows.length + 1));
     this.body.style.height = `${this.rows.length * ROW}px`;
-    const all = this.rows.length === this.total;
-    byId("count").textContent = all ? `${count(this.total)} welds` : `${count(this.rows.length)} of ${count(this.total)} welds`;
+    const points = this.countOf((weld) => !isWeld(weld), POINT_WORDS.toLowerCase());
+    byId("count").textContent = this.countOf(isWeld, "welds") + (this.all.every(isWeld) ? "" : `, ${points}`);
+  }
+
+  /** "7 of 65 welds". */
+  private countOf(test: (weld: Weld) => boolean, words: string): string {
+    const total = this.all.filter(test).length;
+    const shown = this.rows.filter(test).length;
+    return total === shown ? `${count(total)} ${words}` : `${count(shown)} of ${count(total)} ${words}`;
   }
 
   private makeHead(): void {
@@ -85,7 +93,7 @@ export class Table {
     const last = Math.min(this.rows.length, first + Math.ceil(this.grid.clientHeight / ROW) + 2 * SPARE);
     const rows = this.rows.slice(first, last).map((weld, at) => this.makeRow(weld, first + at));
     this.body.replaceChildren(...rows);
-    if (this.rows.length === 0) this.body.append(make("p", { class: "none" }, this.total ? "No weld passes the filters." : "The scene has no welds."));
+    if (this.rows.length === 0) this.body.append(make("p", { class: "none" }, this.all.length > 0 ? "No weld passes the filters." : "The scene has no welds."));
     const chosen = rows.find((row) => row.getAttribute("aria-selected") === "true");
     if (chosen) this.grid.setAttribute("aria-activedescendant", chosen.id);
     else this.grid.removeAttribute("aria-activedescendant");

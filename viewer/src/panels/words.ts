@@ -7,6 +7,8 @@ export const STATUS_WORDS: Record<Status, string> = {
   several: "On several",
 };
 
+export const POINT_WORDS = "Locators and clamps";
+
 /** The mark of a status: shape and colour, so that it can be told without colours. */
 export const statusMark = (status: Status): HTMLElement =>
   make("span", { class: `mark ${status}`, "aria-hidden": "true" });

@@ -67,4 +67,7 @@ export interface Scene {
 
 export type Item = { kind: "weld"; weld: Weld } | { kind: "part"; part: Part };
 
+/** Locating and clamping points stand in the scene like welds, but are none. */
+export const isWeld = (weld: Weld): boolean => weld.type !== "locating" && weld.type !== "clamping";
+
 export const titleOf = (item: { id: string; name: string }): string => item.name || item.id;

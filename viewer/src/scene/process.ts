@@ -1,4 +1,4 @@
-import type { Activity, Part, Scene, Weld } from "./model";
+import { type Activity, isWeld, type Part, type Scene, type Weld } from "./model";
 
 /** An activity with its place in the tree. */
 export interface Step {
@@ -72,7 +72,7 @@ export class Process {
   }
 
   private countWelds(): void {
-    for (const weld of this.scene.welds) {
+    for (const weld of this.scene.welds.filter(isWeld)) {
       const counted = new Set<Step>();
       for (const id of weld.activities) {
         for (let step = this.steps.get(id); step && !counted.has(step); step = this.steps.get(step.activity.parent ?? "")) {
