@@ -39,6 +39,7 @@ Application::Application(DialogPresenter& iDialogs)
       visManager_(MakeWhole<embedded::VisManager>()) {
   MainViewer().ShowSetsOf(*editor_);
   catalogs_.FallBackTo(InstalledCatalogs());
+  // Nothing fails from here on.
   Living().push_back(this);
   Install(this);
 }

@@ -44,8 +44,10 @@ ZefISO::~ZefISO() {
 
 void ZefISO::AddViewer(Zef3DViewer* iViewer) {
   if (!iViewer || std::find(viewers_.begin(), viewers_.end(), iViewer) != viewers_.end()) return;
-  viewers_.push_back(iViewer);
+  // Both know each other or neither, also where memory ends.
+  viewers_.reserve(viewers_.size() + 1);
   iViewer->interactiveSets_.push_back(this);
+  viewers_.push_back(iViewer);
 }
 
 void ZefISO::RemoveViewer(Zef3DViewer* iViewer) {
