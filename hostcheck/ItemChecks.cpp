@@ -68,8 +68,8 @@ void Features(Bench& bench) {
                "AddItemLink succeeds");
   bench.Require(static_cast<bool>(link), "AddItemLink hands the link back");
   ZefBaseUnknown_var item;
-  const auto specification = bench.Ask<ZefISPPActivitySpecification>(link);
-  bench.Expect(Succeeded(specification->GetSpecifiedItem(item)), "a link tells its item");
+  const auto linkInfo = bench.Ask<ZefISPPActivitySpecification>(link);
+  bench.Expect(Succeeded(linkInfo->GetSpecifiedItem(item)), "a link tells its item");
   bench.Equal(bench.NameOf(item.Get()), "SW-1", "the item of the link");
   bench.Equal(bench.NameOf(Adopt(bench.Ask<ZefISpecObject>(link)->GetFather()).Get()), "OP20",
               "the father of the link");
